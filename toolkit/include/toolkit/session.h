@@ -1,0 +1,35 @@
+// How a host program sets the toolkit up for a run: which backend, the scripted answers that stand
+// in for a person's hands, the trace and the screenshots. Also the event pump the host calls while
+// it runs a script or idles, so windows that stay open between calls (the progress window) stay
+// drawn and responsive.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace toolkit {
+
+enum class Backend { Auto, Headless, Qt };
+
+struct SessionOptions {
+  Backend backend = Backend::Auto;  // Auto: Qt when a display is available, headless otherwise
+  std::vector<std::string> answers;  // in order; see the answer grammar in the README
+  std::string tracePath;             // JSON Lines; empty: no trace
+  std::string shotsDir;              // a PNG of each dialog state (Qt only); empty: none
+};
+
+// Validates and applies the options. Throws std::invalid_argument with a message that names the
+// offending answer when one cannot be parsed.
+void configureSession(const SessionOptions& options);
+
+// Runs pending window-system events (Qt) without blocking. Cheap when nothing is open.
+void pumpEvents();
+
+// Loads and prepares the Qt backend ahead of the first dialog. Hosts call it from their first idle
+// calls after start-up, never during the plug-in's init.
+void warmUp();
+
+// Closes the trace and releases backend resources; called once by the host before it exits.
+void endSession();
+
+}  // namespace toolkit
