@@ -1,0 +1,34 @@
+// The icon a dialog shows, and the custom picture a script stores from container data.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "fmx/FMWrapper.h"
+#include "toolkit/image.h"
+
+// Icon selector values of the switch record.
+constexpr std::int32_t kIconNone = 32042;
+constexpr std::int32_t kIconCustom = 32001;
+constexpr std::int32_t kIconNote = 0x6E6F7465;     // 'note'
+constexpr std::int32_t kIconCaution = 0x63617574;  // 'caut'
+constexpr std::int32_t kIconStop = 0x73746F70;     // 'stop'
+// Classic alert icon numbers, used when icon services are not available.
+constexpr std::int32_t kClassicIconStop = 0;
+constexpr std::int32_t kClassicIconNote = 1;
+constexpr std::int32_t kClassicIconCaution = 2;
+
+// The stored custom picture: the container's PICT bytes as given, or a picture converted from JPEG.
+struct Zk7Picture {
+  std::vector<unsigned char> pictBytes;  // copied PICT data (not a "real" picture)
+  toolkit::Image image;                  // what is drawn; empty when the data cannot be decoded
+};
+
+extern Zk7Picture* gCustomIconPict;
+extern unsigned char gIsRealPicture;
+extern unsigned char gIconServicesAvailable;
+
+// The picture to draw for a "-CustomIcon" dialog, or nullptr when none is stored or decodable.
+const toolkit::Image* Zk7CustomIconImage();
+// Disposes of the custom picture; returns 0.
+std::int16_t Zk7DeleteAllCustomIconData();
