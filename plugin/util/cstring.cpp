@@ -8,9 +8,13 @@
 namespace {
 
 // Only A to Z fold: accented Mac Roman letters never match their other case.
-unsigned char fold(unsigned char c) { return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c; }
+unsigned char fold(unsigned char c) {
+  return (c >= 'A' && c <= 'Z') ? static_cast<unsigned char>(c + 32) : c;
+}
 
-bool isDigit(char c) { return c >= '0' && c <= '9'; }
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 // First position of `name` in `text` ignoring case, or -1.
 std::int32_t findIgnoringCase(const char* text, const char* name) {
@@ -26,11 +30,13 @@ std::int32_t findIgnoringCase(const char* text, const char* name) {
 
 }  // namespace
 
-std::int32_t XP_Strlen(const char* s) { return s ? static_cast<std::int32_t>(std::strlen(s)) : 0; }
+std::int32_t XP_Strlen(const char* s) {
+  return s ? static_cast<std::int32_t>(std::strlen(s)) : 0;
+}
 
 int XP_Memcmp(const char* a, const char* b, std::int32_t count, unsigned char caseSensitive) {
-  return XP_MemcmpU(reinterpret_cast<const unsigned char*>(a), reinterpret_cast<const unsigned char*>(b),
-                    count, caseSensitive);
+  return XP_MemcmpU(reinterpret_cast<const unsigned char*>(a),
+                    reinterpret_cast<const unsigned char*>(b), count, caseSensitive);
 }
 
 int XP_MemcmpU(const unsigned char* a, const unsigned char* b, std::int32_t count,
@@ -57,7 +63,8 @@ std::int32_t XP_Position(const char* text, std::int32_t textLen, const char* pat
   if (start < 0) start = 0;
   std::int32_t hits = 0;
   for (std::int32_t pos = start; pos <= textLen - patternLen; ++pos) {
-    if (XP_Memcmp(text + pos, pattern, patternLen, caseSensitive) == 0 && ++hits >= occurrence) return pos;
+    if (XP_Memcmp(text + pos, pattern, patternLen, caseSensitive) == 0 && ++hits >= occurrence)
+      return pos;
   }
   return -1;
 }
@@ -141,7 +148,9 @@ void XP_ReplaceChars(char* s, char from, char to) {
   }
 }
 
-char XP_tolower(char c) { return static_cast<char>(fold(static_cast<unsigned char>(c))); }
+char XP_tolower(char c) {
+  return static_cast<char>(fold(static_cast<unsigned char>(c)));
+}
 
 void XP_BlockMoveData(const void* src, void* dst, std::int32_t count) {
   if (src && dst && count > 0) std::memmove(dst, src, static_cast<std::size_t>(count));
