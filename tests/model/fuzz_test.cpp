@@ -98,7 +98,7 @@ TEST(ModelFuzz, RandomCallsNeverBreakTheContract) {
                              ZkMosa7_DoSetPosition, ZkMosa7_DoSetPreference,
                              ZkMosa7_DoSetListInput};
   std::mt19937 rng(20261123);
-  for (int round = 0; round < 400; ++round) {
+  for (int round = 0; round < 250; ++round) {
     std::vector<Arg> args;
     const int count = std::uniform_int_distribution<int>(0, 12)(rng);
     if (count > 0) args.push_back(MacRoman(RandomSwitches(rng)));
