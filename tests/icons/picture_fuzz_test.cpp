@@ -108,7 +108,7 @@ TEST(PictureFuzz, MutatedPicturesNeverCrash) {
   for (const Bytes& seed : seeds) {
     ASSERT_FALSE(picture::decodePict(seed).empty());
   }
-  for (int i = 0; i < 2000; ++i) {
+  for (int i = 0; i < 4000; ++i) {
     Bytes input = m.mutate(seeds[static_cast<std::size_t>(i) % seeds.size()]);
     expectConsistent(picture::decodePict(input));
   }

@@ -144,17 +144,22 @@ void unpackBits(std::span<const std::uint8_t> in, std::span<std::uint8_t> out,
   if (o < out.size()) throw Malformed{};
 }
 
-// Reads the rows of pixel data, each into `row` (rowLength bytes), and hands each to `emit`.
-// Packed rows carry a byte count first, one byte when rowBytes is 250 or less, else two. Before
-// anything is decoded, the data must be long enough to hold every row, which bounds the memory a
-// hostile picture can make us use.
+// Reads the rows of pixel data of `image` (sized, not yet allocated), each into `row` (rowLength
+// bytes), and hands each to `emit`. Packed rows carry a byte count first, one byte when rowBytes is
+// 250 or less, else two. The data must be long enough to hold every row before the image's memory
+// is taken, which bounds what a hostile picture can make us allocate.
 template <typename Emit>
-void readRows(Reader& r, int height, std::size_t rowBytes, std::size_t rowLength, bool packed,
+void readRows(Reader& r, Image& image, std::size_t rowBytes, std::size_t rowLength, bool packed,
               std::size_t unitSize, Emit&& emit) {
-  const auto rows = static_cast<std::size_t>(height);
+  const auto rows = static_cast<std::size_t>(image.height);
+  const std::size_t countSize = rowBytes > 250 ? 2 : 1;
+  const std::size_t perUnitRun = 128 * unitSize;
+  const std::size_t minimumPerRow =
+      packed ? countSize + (rowLength + perUnitRun - 1) / perUnitRun * (1 + unitSize) : rowLength;
+  r.need(rows * minimumPerRow);
+  image.pixels.resize(rows * static_cast<std::size_t>(image.width));
   std::vector<std::uint8_t> row(rowLength);
   if (!packed) {
-    r.need(rows * rowLength);
     for (std::size_t y = 0; y < rows; ++y) {
       auto in = r.take(rowLength);
       std::copy(in.begin(), in.end(), row.begin());
@@ -162,11 +167,6 @@ void readRows(Reader& r, int height, std::size_t rowBytes, std::size_t rowLength
     }
     return;
   }
-  const std::size_t countSize = rowBytes > 250 ? 2 : 1;
-  const std::size_t perUnitRun = 128 * unitSize;
-  const std::size_t minimumPerRow =
-      countSize + (rowLength + perUnitRun - 1) / perUnitRun * (1 + unitSize);
-  r.need(rows * minimumPerRow);
   for (std::size_t y = 0; y < rows; ++y) {
     const std::size_t count = countSize == 2 ? r.u16() : r.u8();
     unpackBits(r.take(count), row, unitSize);
@@ -225,7 +225,8 @@ class Canvas {
   std::size_t budget_ = 4 * kMaxPixels;
 };
 
-Image newImage(Rect bounds) {
+// An image of the bounds' size; readRows allocates its pixels once the data is known to fit.
+Image sizedImage(Rect bounds) {
   if (!bounds.sane()) throw Malformed{};
   Image image;
   image.width = bounds.width();
@@ -233,7 +234,6 @@ Image newImage(Rect bounds) {
   const auto pixels =
       static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
   if (pixels > kMaxPixels) throw Malformed{};
-  image.pixels.resize(pixels);
   return image;
 }
 
@@ -241,11 +241,11 @@ Image newImage(Rect bounds) {
 Image readIndexedPixels(Reader& r, Rect bounds, std::size_t rowBytes, unsigned pixelSize,
                         const ColorTable& colors, bool packed) {
   if (pixelSize != 1 && pixelSize != 2 && pixelSize != 4 && pixelSize != 8) throw Malformed{};
-  Image image = newImage(bounds);
+  Image image = sizedImage(bounds);
   const auto width = static_cast<std::size_t>(image.width);
   if (rowBytes * 8 < width * pixelSize) throw Malformed{};
   const unsigned mask = (1u << pixelSize) - 1;
-  readRows(r, image.height, rowBytes, rowBytes, packed && rowBytes >= 8, 1,
+  readRows(r, image, rowBytes, rowBytes, packed && rowBytes >= 8, 1,
            [&](std::size_t y, std::span<const std::uint8_t> row) {
              for (std::size_t x = 0; x < width; ++x) {
                const std::size_t bit = x * pixelSize;
@@ -265,7 +265,7 @@ ColorTable bitmapColors() {
 
 // Direct pixels: 16 bits (x1r5g5b5) or 32 bits (xrgb), in the pack types QuickDraw writes.
 Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMapInfo& info) {
-  Image image = newImage(bounds);
+  Image image = sizedImage(bounds);
   const auto width = static_cast<std::size_t>(image.width);
   std::uint16_t packType = info.packType;
   if (rowBytes < 8) packType = 1;
@@ -276,7 +276,7 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
   if (info.pixelSize == 16) {
     if (rowBytes < width * 2) throw Malformed{};
     if (packType != 0 && packType != 1 && packType != 3) throw Malformed{};
-    readRows(r, image.height, rowBytes, rowBytes, packType == 3, 2,
+    readRows(r, image, rowBytes, rowBytes, packType == 3, 2,
              [&](std::size_t y, std::span<const std::uint8_t> row) {
                for (std::size_t x = 0; x < width; ++x) {
                  const unsigned v = static_cast<unsigned>(row[2 * x] << 8 | row[2 * x + 1]);
@@ -291,14 +291,14 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
     case 0:
     case 1:
       if (rowBytes < width * 4) throw Malformed{};
-      readRows(r, image.height, rowBytes, rowBytes, false, 1,
+      readRows(r, image, rowBytes, rowBytes, false, 1,
                [&](std::size_t y, std::span<const std::uint8_t> row) {
                  for (std::size_t x = 0; x < width; ++x)
                    store(y, x, opaque(row[4 * x + 1], row[4 * x + 2], row[4 * x + 3]));
                });
       return image;
     case 2:
-      readRows(r, image.height, rowBytes, width * 3, false, 1,
+      readRows(r, image, rowBytes, width * 3, false, 1,
                [&](std::size_t y, std::span<const std::uint8_t> row) {
                  for (std::size_t x = 0; x < width; ++x)
                    store(y, x, opaque(row[3 * x], row[3 * x + 1], row[3 * x + 2]));
@@ -308,7 +308,7 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
       // Each row holds one plane per component: (alpha,) red, green, blue.
       const std::size_t planes = info.cmpCount == 4 ? 4 : 3;
       const std::size_t first = planes - 3;
-      readRows(r, image.height, rowBytes, width * planes, true, 1,
+      readRows(r, image, rowBytes, width * planes, true, 1,
                [&](std::size_t y, std::span<const std::uint8_t> row) {
                  for (std::size_t x = 0; x < width; ++x)
                    store(y, x,
