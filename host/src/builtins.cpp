@@ -21,20 +21,34 @@ struct Builtin {
 };
 
 constexpr Builtin kBuiltins[] = {
-    {u"abs", 1, 1},         {u"base64decode", 1, 2},
-    {u"base64encode", 1, 1}, {u"case", 2, -1},
-    {u"char", 1, 1},        {u"code", 1, 1},
-    {u"exact", 2, 2},       {u"getasnumber", 1, 1},
-    {u"getastext", 1, 1},   {u"getvalue", 2, 2},
-    {u"if", 2, 3},          {u"int", 1, 1},
-    {u"isempty", 1, 1},     {u"left", 2, 2},
-    {u"length", 1, 1},      {u"let", 2, 2},
-    {u"list", 1, -1},       {u"lower", 1, 1},
-    {u"middle", 3, 3},      {u"mod", 2, 2},
-    {u"patterncount", 2, 2}, {u"position", 4, 4},
-    {u"readfileascontainer", 1, 1}, {u"right", 2, 2},
-    {u"round", 2, 2},       {u"substitute", 3, -1},
-    {u"trim", 1, 1},        {u"upper", 1, 1},
+    {u"abs", 1, 1},
+    {u"base64decode", 1, 2},
+    {u"base64encode", 1, 1},
+    {u"case", 2, -1},
+    {u"char", 1, 1},
+    {u"code", 1, 1},
+    {u"exact", 2, 2},
+    {u"getasnumber", 1, 1},
+    {u"getastext", 1, 1},
+    {u"getvalue", 2, 2},
+    {u"if", 2, 3},
+    {u"int", 1, 1},
+    {u"isempty", 1, 1},
+    {u"left", 2, 2},
+    {u"length", 1, 1},
+    {u"let", 2, 2},
+    {u"list", 1, -1},
+    {u"lower", 1, 1},
+    {u"middle", 3, 3},
+    {u"mod", 2, 2},
+    {u"patterncount", 2, 2},
+    {u"position", 4, 4},
+    {u"readfileascontainer", 1, 1},
+    {u"right", 2, 2},
+    {u"round", 2, 2},
+    {u"substitute", 3, -1},
+    {u"trim", 1, 1},
+    {u"upper", 1, 1},
     {u"valuecount", 1, 1},
 };
 
@@ -147,11 +161,35 @@ std::string fileNameOf(const std::string& path) {
 }  // namespace
 
 std::vector<std::string> Evaluator::builtinNames() {
-  static const char* const names[] = {
-      "Abs", "Base64Decode", "Base64Encode", "Case", "Char", "Code", "Exact", "GetAsNumber",
-      "GetAsText", "GetValue", "If", "Int", "IsEmpty", "Left", "Length", "Let", "List", "Lower",
-      "Middle", "Mod", "PatternCount", "Position", "ReadFileAsContainer", "Right", "Round",
-      "Substitute", "Trim", "Upper", "ValueCount"};
+  static const char* const names[] = {"Abs",
+                                      "Base64Decode",
+                                      "Base64Encode",
+                                      "Case",
+                                      "Char",
+                                      "Code",
+                                      "Exact",
+                                      "GetAsNumber",
+                                      "GetAsText",
+                                      "GetValue",
+                                      "If",
+                                      "Int",
+                                      "IsEmpty",
+                                      "Left",
+                                      "Length",
+                                      "Let",
+                                      "List",
+                                      "Lower",
+                                      "Middle",
+                                      "Mod",
+                                      "PatternCount",
+                                      "Position",
+                                      "ReadFileAsContainer",
+                                      "Right",
+                                      "Round",
+                                      "Substitute",
+                                      "Trim",
+                                      "Upper",
+                                      "ValueCount"};
   return {std::begin(names), std::end(names)};
 }
 
@@ -172,8 +210,8 @@ void Evaluator::check(const Expr& e) {
   for (const auto& r : ranges) {
     if (count >= r.min && (r.max < 0 || count <= r.max)) return;
   }
-  throw CalcError(e.loc, utf16ToUtf8(e.name) + " " + describeCounts(ranges) + ", not " +
-                             std::to_string(count));
+  throw CalcError(
+      e.loc, utf16ToUtf8(e.name) + " " + describeCounts(ranges) + ", not " + std::to_string(count));
 }
 
 Value Evaluator::call(const Expr& e) {
@@ -249,7 +287,8 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
   if (f == u"length") return Value::number(static_cast<long>(chars(a[0].toText()).size()));
   if (f == u"left" || f == u"right") {
     const std::u32string t = chars(a[0].toText());
-    const size_t n = static_cast<size_t>(std::clamp(countArg(a[1]), 0L, static_cast<long>(t.size())));
+    const size_t n =
+        static_cast<size_t>(std::clamp(countArg(a[1]), 0L, static_cast<long>(t.size())));
     return Value::text(text16(f == u"left" ? t.substr(0, n) : t.substr(t.size() - n)));
   }
   if (f == u"middle") {
@@ -260,8 +299,7 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
     return Value::text(text16(t.substr(static_cast<size_t>(start), static_cast<size_t>(n))));
   }
   if (f == u"position") {
-    return Value::number(
-        position(a[0].toText(), a[1].toText(), countArg(a[2]), countArg(a[3])));
+    return Value::number(position(a[0].toText(), a[1].toText(), countArg(a[2]), countArg(a[3])));
   }
   if (f == u"patterncount") {
     const std::u16string t = foldCase(a[0].toText()), s = foldCase(a[1].toText());
@@ -287,7 +325,8 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
     if (n < 1 || n > static_cast<long>(values.size())) return Value::text(u"");
     return Value::text(values[static_cast<size_t>(n - 1)]);
   }
-  if (f == u"valuecount") return Value::number(static_cast<long>(splitValues(a[0].toText()).size()));
+  if (f == u"valuecount")
+    return Value::number(static_cast<long>(splitValues(a[0].toText()).size()));
   if (f == u"list") {
     std::u16string out;
     for (const Value& v : a) {
@@ -308,7 +347,10 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
   if (f == u"upper" || f == u"lower") {
     const std::u16string t = a[0].toText();
     icu::UnicodeString u(t.data(), static_cast<int32_t>(t.size()));
-    if (f == u"upper") u.toUpper(); else u.toLower();
+    if (f == u"upper")
+      u.toUpper();
+    else
+      u.toLower();
     return Value::text(std::u16string(reinterpret_cast<const char16_t*>(u.getBuffer()),
                                       static_cast<size_t>(u.length())));
   }
@@ -320,7 +362,8 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
   }
   if (f == u"abs") return Value::number(abs(a[0].toNumber()));
   if (f == u"int") return Value::number(truncateNumber(a[0].toNumber()));
-  if (f == u"round") return Value::number(roundTo(a[0].toNumber(), std::clamp(countArg(a[1]), -400L, 400L)));
+  if (f == u"round")
+    return Value::number(roundTo(a[0].toNumber(), std::clamp(countArg(a[1]), -400L, 400L)));
   if (f == u"mod") {
     const Number x = a[0].toNumber(), y = a[1].toNumber();
     if (sgn(y) == 0) return Value::text(u"?");

@@ -15,9 +15,15 @@ std::string lower(std::string_view s) {
   return out;
 }
 
-unsigned byteAt(std::string_view b, size_t i) { return static_cast<unsigned char>(b[i]); }
-unsigned be16(std::string_view b, size_t i) { return byteAt(b, i) << 8 | byteAt(b, i + 1); }
-unsigned le16(std::string_view b, size_t i) { return byteAt(b, i + 1) << 8 | byteAt(b, i); }
+unsigned byteAt(std::string_view b, size_t i) {
+  return static_cast<unsigned char>(b[i]);
+}
+unsigned be16(std::string_view b, size_t i) {
+  return byteAt(b, i) << 8 | byteAt(b, i + 1);
+}
+unsigned le16(std::string_view b, size_t i) {
+  return byteAt(b, i + 1) << 8 | byteAt(b, i);
+}
 
 std::optional<std::pair<int, int>> jpegSize(std::string_view b) {
   if (b.size() < 4 || byteAt(b, 0) != 0xFF || byteAt(b, 1) != 0xD8) return std::nullopt;
@@ -34,11 +40,12 @@ std::optional<std::pair<int, int>> jpegSize(std::string_view b) {
       continue;
     }
     const unsigned length = be16(b, i + 2);
-    const bool frame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 &&
-                       marker != 0xCC;
+    const bool frame =
+        marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
     if (frame) {
       if (i + 9 > b.size()) return std::nullopt;
-      return std::pair<int, int>(static_cast<int>(be16(b, i + 7)), static_cast<int>(be16(b, i + 5)));
+      return std::pair<int, int>(static_cast<int>(be16(b, i + 7)),
+                                 static_cast<int>(be16(b, i + 5)));
     }
     if (length < 2) return std::nullopt;
     i += 2 + length;
@@ -48,7 +55,8 @@ std::optional<std::pair<int, int>> jpegSize(std::string_view b) {
 
 std::optional<std::pair<int, int>> pngSize(std::string_view b) {
   static const std::string_view signature("\x89PNG\r\n\x1a\n", 8);
-  if (b.size() < 24 || b.substr(0, 8) != signature || b.substr(12, 4) != "IHDR") return std::nullopt;
+  if (b.size() < 24 || b.substr(0, 8) != signature || b.substr(12, 4) != "IHDR")
+    return std::nullopt;
   auto be32 = [&](size_t i) { return be16(b, i) << 16 | be16(b, i + 2); };
   return std::pair<int, int>(static_cast<int>(be32(16)), static_cast<int>(be32(20)));
 }
@@ -116,14 +124,22 @@ std::optional<std::string> base64Decode(std::u16string_view text) {
   int bits = 0;
   for (char16_t c : text) {
     int v;
-    if (c >= u'A' && c <= u'Z') v = c - u'A';
-    else if (c >= u'a' && c <= u'z') v = c - u'a' + 26;
-    else if (c >= u'0' && c <= u'9') v = c - u'0' + 52;
-    else if (c == u'+' || c == u'-') v = 62;
-    else if (c == u'/' || c == u'_') v = 63;
-    else if (c == u'=') break;
-    else if (c == u' ' || c == u'\r' || c == u'\n' || c == u'\t') continue;
-    else return std::nullopt;
+    if (c >= u'A' && c <= u'Z')
+      v = c - u'A';
+    else if (c >= u'a' && c <= u'z')
+      v = c - u'a' + 26;
+    else if (c >= u'0' && c <= u'9')
+      v = c - u'0' + 52;
+    else if (c == u'+' || c == u'-')
+      v = 62;
+    else if (c == u'/' || c == u'_')
+      v = 63;
+    else if (c == u'=')
+      break;
+    else if (c == u' ' || c == u'\r' || c == u'\n' || c == u'\t')
+      continue;
+    else
+      return std::nullopt;
     buffer = (buffer << 6) | static_cast<unsigned>(v);
     bits += 6;
     if (bits >= 8) {

@@ -21,9 +21,12 @@ std::optional<Number> exactNumber(std::u16string_view t) {
   }
   bool digit = false, point = false;
   for (char16_t c : t) {
-    if (c >= u'0' && c <= u'9') digit = true;
-    else if (c == u'.' && !point) point = true;
-    else return std::nullopt;
+    if (c >= u'0' && c <= u'9')
+      digit = true;
+    else if (c == u'.' && !point)
+      point = true;
+    else
+      return std::nullopt;
   }
   if (!digit) return std::nullopt;
   Number n = parseNumberLiteral(utf16ToUtf8(t));
@@ -46,7 +49,9 @@ int compareValues(const Value& a, const Value& b) {
   return compareIgnoringCase(a.toText(), b.toText());
 }
 
-Value boolValue(bool b) { return Value::number(b ? 1L : 0L); }
+Value boolValue(bool b) {
+  return Value::number(b ? 1L : 0L);
+}
 
 Value power(const Number& base, const Number& exponent) {
   if (exponent.get_den() == 1 && abs(exponent) <= 4096) {

@@ -32,7 +32,8 @@ int main(int argc, char** argv) {
   int extnVersion = host::kNewestExtnVersion;
   bool listFunctions = false;
   app.add_option("SCRIPT", script, "script file to run");
-  app.add_option("--plugin", options.pluginPath, "plug-in module (default: Mosa.fmx beside mosa-host)");
+  app.add_option("--plugin", options.pluginPath,
+                 "plug-in module (default: Mosa.fmx beside mosa-host)");
   app.add_option("--extn-version", extnVersion, "host interface version given to init")
       ->capture_default_str()
       ->check(CLI::Range(-32768, 32767));

@@ -9,8 +9,8 @@
 namespace host {
 
 Source::Source(std::string_view utf8) {
-  icu::UnicodeString u =
-      icu::UnicodeString::fromUTF8(icu::StringPiece(utf8.data(), static_cast<int32_t>(utf8.size())));
+  icu::UnicodeString u = icu::UnicodeString::fromUTF8(
+      icu::StringPiece(utf8.data(), static_cast<int32_t>(utf8.size())));
   text_.resize(static_cast<size_t>(u.countChar32()));
   UErrorCode status = U_ZERO_ERROR;
   u.toUTF32(reinterpret_cast<UChar32*>(text_.data()), static_cast<int32_t>(text_.size()), status);
@@ -35,9 +35,13 @@ std::u16string toU16(std::u32string_view s) {
                         static_cast<size_t>(u.length()));
 }
 
-std::string toUtf8(std::u32string_view s) { return utf16ToUtf8(toU16(s)); }
+std::string toUtf8(std::u32string_view s) {
+  return utf16ToUtf8(toU16(s));
+}
 
-bool isNameStart(char32_t c) { return c == U'_' || u_isalpha(static_cast<UChar32>(c)); }
+bool isNameStart(char32_t c) {
+  return c == U'_' || u_isalpha(static_cast<UChar32>(c));
+}
 bool isNameChar(char32_t c) {
   return c == U'_' || c == U'.' || u_isalnum(static_cast<UChar32>(c));
 }
@@ -51,7 +55,8 @@ struct Token {
 
 class Parser {
  public:
-  Parser(const Source& src, size_t pos, int depth) : src_(src), s_(src.text()), pos_(pos), depth_(depth) {
+  Parser(const Source& src, size_t pos, int depth)
+      : src_(src), s_(src.text()), pos_(pos), depth_(depth) {
     advance();
   }
 
@@ -99,7 +104,8 @@ class Parser {
         (c == U'.' && pos_ + 1 < s_.size() && s_[pos_ + 1] >= U'0' && s_[pos_ + 1] <= U'9')) {
       size_t end = pos_;
       bool point = false;
-      while (end < s_.size() && ((s_[end] >= U'0' && s_[end] <= U'9') || (s_[end] == U'.' && !point))) {
+      while (end < s_.size() &&
+             ((s_[end] >= U'0' && s_[end] <= U'9') || (s_[end] == U'.' && !point))) {
         if (s_[end] == U'.') point = true;
         ++end;
       }
@@ -225,13 +231,20 @@ class Parser {
     ExprPtr l = concat();
     for (;;) {
       std::string op;
-      if (isOp(U"=")) op = "=";
-      else if (isOp(U"<>") || isOp(U"≠")) op = "<>";
-      else if (isOp(U"<")) op = "<";
-      else if (isOp(U">")) op = ">";
-      else if (isOp(U"<=") || isOp(U"≤")) op = "<=";
-      else if (isOp(U">=") || isOp(U"≥")) op = ">=";
-      else return l;
+      if (isOp(U"="))
+        op = "=";
+      else if (isOp(U"<>") || isOp(U"≠"))
+        op = "<>";
+      else if (isOp(U"<"))
+        op = "<";
+      else if (isOp(U">"))
+        op = ">";
+      else if (isOp(U"<=") || isOp(U"≤"))
+        op = "<=";
+      else if (isOp(U">=") || isOp(U"≥"))
+        op = ">=";
+      else
+        return l;
       const size_t p = tok_.pos;
       advance();
       l = binaryNode(op, p, std::move(l), concat());

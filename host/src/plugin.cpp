@@ -9,7 +9,9 @@ namespace host {
 
 namespace {
 
-std::u16string folded(std::u16string_view s) { return foldCase(s); }
+std::u16string folded(std::u16string_view s) {
+  return foldCase(s);
+}
 
 }  // namespace
 
@@ -30,8 +32,8 @@ Plugin::Plugin(const std::string& path) : path_(path) {
   handle_ = dlopen(openPath.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!handle_) {
     const char* why = dlerror();
-    throw PluginLoadError("the plug-in \"" + path + "\" cannot be loaded: " +
-                          (why ? why : "unknown reason"));
+    throw PluginLoadError("the plug-in \"" + path +
+                          "\" cannot be loaded: " + (why ? why : "unknown reason"));
   }
   entry_ = reinterpret_cast<FMX_ExternCallProc>(dlsym(handle_, "FMExternCallProc"));
   if (!entry_) {
@@ -78,7 +80,8 @@ void Plugin::idle(std::uint8_t level) {
   send(kFMXT_Idle, level, 0, 0, 0, extnVersion_);
 }
 
-std::u16string Plugin::getString(std::uint8_t id, std::uint32_t language, std::uint32_t bufferUnits) {
+std::u16string Plugin::getString(std::uint8_t id, std::uint32_t language,
+                                 std::uint32_t bufferUnits) {
   if (!enabled_ || bufferUnits == 0) return {};
   std::u16string buffer(bufferUnits, u'\0');
   send(kFMXT_GetString, id, language, bufferUnits, reinterpret_cast<std::uintptr_t>(buffer.data()),
@@ -159,7 +162,7 @@ void toData(const Value& v, fmx::Data& out) {
       out.SetAsText(*text, *locale);
       break;
     }
-    case Value::Kind::Number: {
+    case Value::Kind::Numeric: {
       const Number n = v.toNumber();
       fmx::FixPtUniquePtr fix;
       if (n.get_den() == 1 && n.get_num().fits_slong_p()) {

@@ -88,22 +88,28 @@ void Runner::afterStep() {
   if (plugin_) plugin_->idle(kFMXT_ScriptRunning);
 }
 
-void Runner::pause(const Number& seconds) { idleFor(seconds.get_d(), kFMXT_ScriptPaused); }
+void Runner::pause(const Number& seconds) {
+  idleFor(seconds.get_d(), kFMXT_ScriptPaused);
+}
 
 void Runner::idleFor(double seconds, std::uint8_t level) {
   if (!(seconds > 0)) return;
   if (seconds > 24 * 3600) seconds = 24 * 3600;
   using Clock = std::chrono::steady_clock;
-  const auto deadline = Clock::now() + std::chrono::duration<double>(seconds);
+  const auto deadline = Clock::now() + std::chrono::duration_cast<Clock::duration>(
+                                           std::chrono::duration<double>(seconds));
   for (;;) {
     if (plugin_) plugin_->idle(level);
     const auto now = Clock::now();
     if (now >= deadline) break;
-    std::this_thread::sleep_for(std::min<Clock::duration>(deadline - now, std::chrono::milliseconds(1000 / 60)));
+    const Clock::duration tick = std::chrono::milliseconds(1000 / 60);
+    std::this_thread::sleep_for(std::min<Clock::duration>(deadline - now, tick));
   }
 }
 
-void Runner::linger() { idleFor(options_.lingerSeconds, kFMXT_UserIdle); }
+void Runner::linger() {
+  idleFor(options_.lingerSeconds, kFMXT_UserIdle);
+}
 
 void Runner::printFunctions() {
   if (!plugin_) return;

@@ -27,7 +27,9 @@ constexpr std::array<StepName, 10> kStepNames{{
     {U"if", Step::Kind::If, true},
 }};
 
-char32_t lowerAscii(char32_t c) { return c >= U'A' && c <= U'Z' ? c + 32 : c; }
+char32_t lowerAscii(char32_t c) {
+  return c >= U'A' && c <= U'Z' ? c + 32 : c;
+}
 
 class ScriptParser {
  public:
@@ -148,8 +150,8 @@ class ScriptParser {
         if (p >= s_.size() || s_[p] != U'$') failAt(p, "expected a variable name such as $result");
         size_t e = p + 1;
         if (e < s_.size() && s_[e] == U'$') ++e;
-        while (e < s_.size() && s_[e] != U';' && s_[e] != U']' && s_[e] != U' ' &&
-               s_[e] != U'\t' && s_[e] != U'\n' && s_[e] != U'\r') {
+        while (e < s_.size() && s_[e] != U';' && s_[e] != U']' && s_[e] != U' ' && s_[e] != U'\t' &&
+               s_[e] != U'\n' && s_[e] != U'\r') {
           ++e;
         }
         if (e == p + 1 || (e == p + 2 && s_[p + 1] == U'$')) {
@@ -182,7 +184,9 @@ class ScriptParser {
   void addStep(Step step) {
     const size_t index = script_.steps.size();
     auto& steps = script_.steps;
-    auto openKind = [&]() { return open_.empty() ? Step::Kind::Expression : steps[open_.back()].kind; };
+    auto openKind = [&]() {
+      return open_.empty() ? Step::Kind::Expression : steps[open_.back()].kind;
+    };
     auto inIf = [&]() {
       const Step::Kind k = openKind();
       return k == Step::Kind::If || k == Step::Kind::ElseIf || k == Step::Kind::Else;
@@ -194,7 +198,9 @@ class ScriptParser {
         break;
       case Step::Kind::ElseIf:
       case Step::Kind::Else:
-        if (!inIf()) fail(step.loc, std::string(step.kind == Step::Kind::Else ? "Else" : "Else If") + " without If");
+        if (!inIf())
+          fail(step.loc,
+               std::string(step.kind == Step::Kind::Else ? "Else" : "Else If") + " without If");
         if (openKind() == Step::Kind::Else) fail(step.loc, "nothing may follow Else before End If");
         steps[open_.back()].next = index;
         open_.back() = index;
@@ -240,7 +246,9 @@ class ScriptParser {
 
 }  // namespace
 
-Script parseScript(std::string_view utf8) { return ScriptParser(utf8).parse(); }
+Script parseScript(std::string_view utf8) {
+  return ScriptParser(utf8).parse();
+}
 
 std::optional<Value> runScript(const Script& script, Evaluator& ev, ScriptHost& host) {
   const auto& steps = script.steps;

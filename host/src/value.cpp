@@ -15,11 +15,13 @@ Value Value::text(std::u16string t) {
   return v;
 }
 
-Value Value::fromUtf8(std::string_view t) { return text(utf8ToUtf16(t)); }
+Value Value::fromUtf8(std::string_view t) {
+  return text(utf8ToUtf16(t));
+}
 
 Value Value::number(Number n) {
   Value v;
-  v.kind_ = Kind::Number;
+  v.kind_ = Kind::Numeric;
   v.number_ = std::move(n);
   return v;
 }
@@ -35,7 +37,7 @@ std::u16string Value::toText() const {
   switch (kind_) {
     case Kind::Text:
       return text_;
-    case Kind::Number:
+    case Kind::Numeric:
       return formatNumber(number_);
     case Kind::Container:
       for (const Stream& s : streams_) {
@@ -46,25 +48,29 @@ std::u16string Value::toText() const {
   return {};
 }
 
-std::string Value::toUtf8() const { return utf16ToUtf8(toText()); }
+std::string Value::toUtf8() const {
+  return utf16ToUtf8(toText());
+}
 
 std::optional<Number> Value::toNumberOpt() const {
-  if (kind_ == Kind::Number) return number_;
+  if (kind_ == Kind::Numeric) return number_;
   return parseNumberText(toText());
 }
 
 Number Value::toNumber() const {
-  if (kind_ == Kind::Number) return number_;
+  if (kind_ == Kind::Numeric) return number_;
   return parseNumberText(toText()).value_or(Number(0));
 }
 
-bool Value::toBool() const { return sgn(toNumber()) != 0; }
+bool Value::toBool() const {
+  return sgn(toNumber()) != 0;
+}
 
 bool Value::isEmpty() const {
   switch (kind_) {
     case Kind::Text:
       return text_.empty();
-    case Kind::Number:
+    case Kind::Numeric:
       return false;
     case Kind::Container:
       return streams_.empty();
@@ -134,8 +140,10 @@ Number parseNumberLiteral(std::string_view digits) {
 }
 
 std::u16string utf8ToUtf16(std::string_view s) {
-  icu::UnicodeString u = icu::UnicodeString::fromUTF8(icu::StringPiece(s.data(), static_cast<int32_t>(s.size())));
-  return std::u16string(reinterpret_cast<const char16_t*>(u.getBuffer()), static_cast<size_t>(u.length()));
+  icu::UnicodeString u =
+      icu::UnicodeString::fromUTF8(icu::StringPiece(s.data(), static_cast<int32_t>(s.size())));
+  return std::u16string(reinterpret_cast<const char16_t*>(u.getBuffer()),
+                        static_cast<size_t>(u.length()));
 }
 
 std::string utf16ToUtf8(std::u16string_view s) {
@@ -154,7 +162,8 @@ int compareIgnoringCase(std::u16string_view a, std::u16string_view b) {
 std::u16string foldCase(std::u16string_view s) {
   icu::UnicodeString u(s.data(), static_cast<int32_t>(s.size()));
   u.foldCase(U_FOLD_CASE_DEFAULT);
-  return std::u16string(reinterpret_cast<const char16_t*>(u.getBuffer()), static_cast<size_t>(u.length()));
+  return std::u16string(reinterpret_cast<const char16_t*>(u.getBuffer()),
+                        static_cast<size_t>(u.length()));
 }
 
 }  // namespace host

@@ -9,8 +9,8 @@
 
 namespace {
 
-std::string gIdleLog;      // one digit per idle call: the level
-std::string gFolder;       // what the instance id pointed at during init
+std::string gIdleLog;  // one digit per idle call: the level
+std::string gFolder;   // what the instance id pointed at during init
 int gShutdowns = 0;
 
 void setText(fmx::Data& result, const std::string& utf8) {
@@ -74,7 +74,8 @@ fmx::errcode Dispatch(fmx::int16 id, const fmx::ExprEnv&, const fmx::DataVect& a
           unsigned char bytes[4];
           b.GetData(at, 0, 4, bytes);
           char hex[16];
-          std::snprintf(hex, sizeof hex, "%02x%02x%02x%02x", bytes[0], bytes[1], bytes[2], bytes[3]);
+          std::snprintf(hex, sizeof hex, "%02x%02x%02x%02x", bytes[0], bytes[1], bytes[2],
+                        bytes[3]);
           out += hex;
         }
         setText(result, out);
@@ -136,8 +137,8 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
   try {
     switch (pb->whichCall) {
       case kFMXT_Init:
-        pb->result = static_cast<fmx::ptrtype>(
-            static_cast<fmx::int32>(Init(pb->extnVersion, reinterpret_cast<const char*>(pb->instanceID))));
+        pb->result = static_cast<fmx::ptrtype>(static_cast<fmx::int32>(
+            Init(pb->extnVersion, reinterpret_cast<const char*>(pb->instanceID))));
         break;
       case kFMXT_Idle:
         gIdleLog += static_cast<char>('0' + pb->parm1);

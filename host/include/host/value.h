@@ -21,7 +21,7 @@ struct Stream {
 
 class Value {
  public:
-  enum class Kind { Text, Number, Container };
+  enum class Kind { Text, Numeric, Container };
 
   Value() = default;
   static Value text(std::u16string t);
@@ -32,7 +32,7 @@ class Value {
 
   Kind kind() const { return kind_; }
   bool isText() const { return kind_ == Kind::Text; }
-  bool isNumber() const { return kind_ == Kind::Number; }
+  bool isNumber() const { return kind_ == Kind::Numeric; }
   bool isContainer() const { return kind_ == Kind::Container; }
 
   // The text a person sees: numbers in decimal, containers by their file name.
