@@ -387,6 +387,7 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
   }
   if (f == u"readfileascontainer") {
     const std::string path = a[0].toUtf8();
+    if (!allowFiles_) return Value::text(u"?");
     std::ifstream in(path, std::ios::binary);
     if (!in) throw CalcError(e.loc, "ReadFileAsContainer cannot read the file \"" + path + "\"");
     std::ostringstream bytes;

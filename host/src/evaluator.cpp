@@ -59,6 +59,10 @@ Value power(const Number& base, const Number& exponent) {
     if (e < 0 && sgn(base) == 0) return Value::text(u"?");
     mpz_class num, den;
     const unsigned long ue = static_cast<unsigned long>(e < 0 ? -e : e);
+    // Beyond a few million bits the answer is of no use to a script and costs seconds.
+    const size_t bits =
+        mpz_sizeinbase(base.get_num_mpz_t(), 2) + mpz_sizeinbase(base.get_den_mpz_t(), 2);
+    if (bits * ue > 4000000) return Value::text(u"?");
     mpz_pow_ui(num.get_mpz_t(), base.get_num_mpz_t(), ue);
     mpz_pow_ui(den.get_mpz_t(), base.get_den_mpz_t(), ue);
     Number r = e < 0 ? Number(den, num) : Number(num, den);

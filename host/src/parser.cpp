@@ -60,7 +60,10 @@ class Parser {
     advance();
   }
 
-  ExprPtr expression() { return orExpr(); }
+  ExprPtr expression() {
+    Nest nest(*this);
+    return orExpr();
+  }
   const Token& peek() const { return tok_; }
   size_t tokenStart() const { return tok_.pos; }
 
@@ -68,6 +71,17 @@ class Parser {
   [[noreturn]] void fail(size_t pos, const std::string& msg) const {
     throw CalcError(src_.locAt(pos), msg);
   }
+
+  // Bounds the parser's recursion (parentheses, signs, "not"), so no input exhausts the stack.
+  struct Nest {
+    explicit Nest(Parser& p) : parser(p) {
+      if (++parser.nesting_ > kMaxNesting) {
+        parser.fail(parser.tok_.pos, "the calculation is nested too deeply");
+      }
+    }
+    ~Nest() { --parser.nesting_; }
+    Parser& parser;
+  };
 
   void skipBlanks() {
     for (;;) {
@@ -192,6 +206,9 @@ class Parser {
   }
   ExprPtr binaryNode(std::string op, size_t pos, ExprPtr l, ExprPtr r) {
     auto e = node(Expr::Kind::Binary, pos);
+    // Long chains (1 + 1 + ... + 1) make deep trees; evaluating them recurses, so cap them.
+    e->depth = std::max(l->depth, r->depth) + 1;
+    if (e->depth > kMaxDepth) fail(pos, "the calculation is nested too deeply");
     e->op = std::move(op);
     e->args.push_back(std::move(l));
     e->args.push_back(std::move(r));
@@ -218,6 +235,7 @@ class Parser {
     return l;
   }
   ExprPtr notExpr() {
+    Nest nest(*this);
     if (isWord(u"not")) {
       auto e = node(Expr::Kind::Unary, tok_.pos);
       e->op = "not";
@@ -280,6 +298,7 @@ class Parser {
     return l;
   }
   ExprPtr unary() {
+    Nest nest(*this);
     if (isOp(U"-") || isOp(U"+")) {
       auto e = node(Expr::Kind::Unary, tok_.pos);
       std::string op = isOp(U"-") ? "-" : "+";
@@ -399,10 +418,13 @@ class Parser {
     }
   }
 
+  static constexpr int kMaxNesting = 200;
+  static constexpr int kMaxDepth = 2000;
   const Source& src_;
   const std::u32string& s_;
   size_t pos_;
-  int depth_ = 0;
+  int depth_ = 0;  // open brackets and parentheses: line breaks inside them are blanks
+  int nesting_ = 0;
   Token tok_;
 };
 

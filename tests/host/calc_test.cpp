@@ -169,3 +169,21 @@ TEST(Errors, UnknownFunctionsAndArgumentCounts) {
 
 }  // namespace
 }  // namespace host
+
+namespace host {
+namespace {
+
+TEST(Errors, DeepNestingIsRefusedNotACrash) {
+  const std::string deep = std::string(5000, '(') + "1" + std::string(5000, ')');
+  EXPECT_NE(error(deep).find("nested too deeply"), std::string::npos);
+  EXPECT_NE(error(std::string(5000, '-') + "1").find("nested too deeply"), std::string::npos);
+  std::string chain = "1";
+  for (int i = 0; i < 5000; ++i) chain += "+1";
+  EXPECT_NE(error(chain).find("nested too deeply"), std::string::npos);
+  std::string fine = "0";
+  for (int i = 0; i < 500; ++i) fine += "+1";
+  EXPECT_EQ(eval(fine), "500");
+}
+
+}  // namespace
+}  // namespace host

@@ -42,6 +42,7 @@ struct Expr {
   std::string op;       // Unary, Binary: "-", "+", "*", "/", "^", "&", "=", "<>", "<", ">", "<=",
                         // ">=", "and", "or", "xor", "not"
   std::vector<ExprPtr> args;  // Call arguments, operands, List elements
+  int depth = 1;              // of the operator chain below, which the parser bounds
 };
 
 // Source text as characters, with line and column bookkeeping; shared by calculations and scripts.
@@ -92,6 +93,8 @@ class Evaluator {
   Value variable(std::u16string_view name) const;
   // Script variables ($x) belong to one script run; globals ($$x) live as long as the evaluator.
   void clearLocals() { locals_.clear(); }
+  // ReadFileAsContainer reads the file system unless this is turned off (the fuzzer does).
+  void allowFiles(bool allow) { allowFiles_ = allow; }
   // Names of the built-in functions, for the prompt's help.
   static std::vector<std::string> builtinNames();
 
@@ -104,6 +107,7 @@ class Evaluator {
   Value binary(const Expr& e);
 
   ExternalFunctions* external_;
+  bool allowFiles_ = true;
   Frame globals_;
   Frame locals_;
   std::vector<Frame> letFrames_;
