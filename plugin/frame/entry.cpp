@@ -57,6 +57,7 @@ void XP_UseResFile(std::int16_t refNum) {
 extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_ExternCallPtr pb) {
   if (!pb) return;
   gFMX_ExternCallPtr = pb;
+  XP_RememberBundleFolder();
   const std::int16_t saved = XP_CurResFile();
   gThisResPath = pb->resourceID;
   XP_UseResFile(gThisResPath);
@@ -68,6 +69,8 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
       pb->result = static_cast<fmx::ptrtype>(static_cast<std::intptr_t>(kDoNotEnable));
   }
   XP_UseResFile(saved);
+  // The record belongs to the host and ends with the call; only its bundle folder is kept.
+  gFMX_ExternCallPtr = nullptr;
 }
 
 fmx::int32 ZkMosa7_PluginInit(std::int16_t version) {

@@ -60,8 +60,11 @@ void XP7_Do_GetStringUni(const char* table, const char* keyFormat, int id, fmx::
                          fmx::uint32 bufferSize, UniChar* buffer);
 void XP7_Do_GetString(const char* table, const char* keyFormat, int id, fmx::TextAutoPtr& text,
                       bool nameOnly);
-// The folder holding the module and its Resources folder, and the language in use ("en", "de").
+// The folder holding the module and its Resources folder: the bundle reference of the call in
+// progress, else the one of the last call, else the folder of the loaded module.
 std::string XP_BundleFolder();
+void XP_RememberBundleFolder();
+// The language in use ("en", "de"): MOSA_LANGUAGE, else LANG, else English.
 std::string XP_BundleLanguage();
 // Forgets the strings read so far (tests switch bundles and languages).
 void XP_ForgetLoadedStrings();

@@ -62,12 +62,24 @@ const Table& table(const std::string& name) {
   return tables.emplace(key, std::move(entries)).first->second;
 }
 
+std::string& lastBundleFolder() {
+  static std::string folder;
+  return folder;
+}
+
 }  // namespace
+
+void XP_RememberBundleFolder() {
+  if (gFMX_ExternCallPtr && gFMX_ExternCallPtr->instanceID) {
+    lastBundleFolder() = reinterpret_cast<const char*>(gFMX_ExternCallPtr->instanceID);
+  }
+}
 
 std::string XP_BundleFolder() {
   if (gFMX_ExternCallPtr && gFMX_ExternCallPtr->instanceID) {
     return reinterpret_cast<const char*>(gFMX_ExternCallPtr->instanceID);
   }
+  if (!lastBundleFolder().empty()) return lastBundleFolder();
   // No bundle reference: the folder of the module that holds this code.
   Dl_info info{};
   if (dladdr(reinterpret_cast<void*>(&XP_BundleFolder), &info) && info.dli_fname) {

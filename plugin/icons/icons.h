@@ -32,3 +32,10 @@ extern unsigned char gIconServicesAvailable;
 const toolkit::Image* Zk7CustomIconImage();
 // Disposes of the custom picture; returns 0.
 std::int16_t Zk7DeleteAllCustomIconData();
+// Disposes of the custom picture, then (when `set`) stores a new one from argument 2: a PICT
+// stream as given, else a JPEG stream converted; GIF is refused. Returns an error number.
+std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args);
+// Converts the JPEG stream at `index`; on success `*picture` is a new picture (or stays null when
+// the stream is empty).
+std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
+                                 Zk7Picture** picture);

@@ -26,8 +26,6 @@ fmx::ptrtype callEntry(fmx::uchar selector, const std::string& bundle, fmx::int1
   pb.instanceID = reinterpret_cast<fmx::ptrtype>(bundle.c_str());
   pb.result = result;
   FMExternCallProc(&pb);
-  // The record dies here; the plug-in must not keep using it.
-  gFMX_ExternCallPtr = nullptr;
   return pb.result;
 }
 

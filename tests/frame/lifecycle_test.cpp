@@ -190,6 +190,9 @@ TEST_F(Lifecycle, BundleWithAMissingKeyStopsRegistrationThere) {
   bundle.write("en.lproj/Mosa7.strings", strings);
   EXPECT_EQ(init(60, bundle.path()), 51);
   EXPECT_EQ(registeredIds(), (std::vector<fmx::int16>{4300, 4301, 4302, 4303, 4304}));
+  // The host's record ends with the call; its bundle is remembered for the function calls after it.
+  EXPECT_EQ(gFMX_ExternCallPtr, nullptr);
+  EXPECT_EQ(XP_BundleFolder(), bundle.path());
   EXPECT_EQ(toUtf8(fmwrapper::registrations()[0].name), "F4300");
   shutdown(bundle.path());
   EXPECT_TRUE(fmwrapper::registrations().empty());
