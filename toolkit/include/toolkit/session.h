@@ -12,8 +12,8 @@ namespace toolkit {
 enum class Backend { Auto, Headless, Qt };
 
 struct SessionOptions {
-  Backend backend = Backend::Auto;  // Auto: Qt when a display is available, headless otherwise
-  std::vector<std::string> answers;  // in order; see the answer grammar in the README
+  Backend backend = Backend::Auto;   // Auto: Qt when a display is available, headless otherwise
+  std::vector<std::string> answers;  // in order; one per entry, grammar as in the README
   std::string tracePath;             // JSON Lines; empty: no trace
   std::string shotsDir;              // a PNG of each dialog state (Qt only); empty: none
 };
@@ -31,5 +31,14 @@ void warmUp();
 
 // Closes the trace and releases backend resources; called once by the host before it exits.
 void endSession();
+
+// True once a dialog waited for a person while answers drive the run and none was left (the
+// dialog itself caught toolkit::NoAnswerLeft). The host then stops the run: it prints
+// stopMessage() on stderr and exits with status 3.
+bool sessionStopped();
+std::string stopMessage();
+
+// Whether answers drive this run (any were given, or the backend is headless).
+bool scriptedSession();
 
 }  // namespace toolkit
