@@ -3,7 +3,7 @@
 
 #include "dialogs/dialog_helpers.h"
 #include "frame/handlers.h"
-#include "icons/icon_item.h"
+#include "icons/icons.h"
 #include "model/history.h"
 #include "model/preamble.h"
 #include "util/cstring.h"
@@ -38,7 +38,7 @@ std::int16_t Mac_RunDialogUNI(std::int16_t dlogId, const fmx::Text& message,
   Mac_SetDialogButtonsUNI(dialog.get(), titles, gActiveSwitches);
   Mac_SetDialogPosition(dialog.get());
   dialog->setItemText(5, XP7_TxtToU16String(message));
-  if (gActiveSwitches) Zk7_Mac_IconUserItem(dialog.get(), 6, &gActiveSwitches->icon);
+  if (gActiveSwitches) Zk7_Mac_IconUserItem(*dialog, 6, gActiveSwitches->icon);
   dialog->show();
 
   std::int16_t itemHit = 0;

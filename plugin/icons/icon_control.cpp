@@ -136,7 +136,13 @@ MOSA_HANDLER(ZkMosa7_DoIconControl) {
     err = kErrParam;
   }
   try {
-    XP7_OSErrLToData(err, result);
+    // The answer takes the locale of the switches argument.
+    fmx::TextAutoPtr answer;
+    XP7_OSErrLToTxt(err, answer);
+    if (args.Size() > 0)
+      result.SetAsText(*answer, args.At(0).GetLocale());
+    else
+      XP7_OSErrLToData(err, result);
   } catch (const std::exception&) {
     // The result cannot be set; the host sees an empty value.
   }

@@ -1,28 +1,25 @@
-#include "icons/icon_item.h"
-
+// The icon a dialog shows in its icon item: nothing, a standard alert icon or the custom picture.
 #include "icons/icons.h"
 
-void Zk7_Mac_IconUserItem(toolkit::DialogWindow* dialog, int item,
-                          const std::int32_t* iconSelector) {
-  if (!dialog || !iconSelector) return;
-  const std::int32_t selector = *iconSelector;
-  toolkit::IconKind kind = toolkit::IconKind::None;
-  const toolkit::Image* picture = nullptr;
-  if (selector == kIconNone) {
-    kind = toolkit::IconKind::None;
-  } else if (selector == kIconCustom) {
-    picture = Zk7CustomIconImage();
-    kind = picture ? toolkit::IconKind::Custom : toolkit::IconKind::None;
+void Zk7_Mac_IconUserItem(toolkit::DialogWindow& dialog, int item, std::int32_t selector) {
+  using toolkit::IconKind;
+  IconKind kind = IconKind::None;
+  if (selector == kIconCustom) {
+    // No stored (or no drawable) picture shows no icon.
+    if (const toolkit::Image* custom = Zk7CustomIconImage()) {
+      dialog.setIcon(item, IconKind::Custom, custom);
+      return;
+    }
+  } else if (selector == kIconNone) {
+    kind = IconKind::None;
   } else if (gIconServicesAvailable) {
-    kind = selector == kIconNote      ? toolkit::IconKind::Note
-           : selector == kIconCaution ? toolkit::IconKind::Caution
-           : selector == kIconStop    ? toolkit::IconKind::Stop
-                                      : toolkit::IconKind::None;
+    if (selector == kIconNote) kind = IconKind::Note;
+    if (selector == kIconCaution) kind = IconKind::Caution;
+    if (selector == kIconStop) kind = IconKind::Stop;
   } else {
-    kind = selector == kClassicIconNote      ? toolkit::IconKind::Note
-           : selector == kClassicIconCaution ? toolkit::IconKind::Caution
-           : selector == kClassicIconStop    ? toolkit::IconKind::Stop
-                                             : toolkit::IconKind::None;
+    if (selector == kClassicIconNote) kind = IconKind::Note;
+    if (selector == kClassicIconCaution) kind = IconKind::Caution;
+    if (selector == kClassicIconStop) kind = IconKind::Stop;
   }
-  dialog->setIcon(item, kind, picture);
+  dialog.setIcon(item, kind);
 }

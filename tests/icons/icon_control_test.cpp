@@ -7,6 +7,7 @@
 
 #include "fmwrapper/host_api.h"
 #include "frame/handlers.h"
+#include "host_fixture.h"
 #include "icons/icons.h"
 #include "picture_writer.h"
 #include "toolkit/platform.h"
@@ -191,4 +192,12 @@ TEST_F(IconControl, HostFailuresNeverEscape) {
     fmwrapper::injectFault(0, 0);
     Zk7DeleteAllCustomIconData();
   }
+}
+
+TEST_F(IconControl, ShutDownReleasesThePicture) {
+  ASSERT_EQ(mosa_test::init(60), 51);
+  ASSERT_EQ(setIcon({{"JPEG", kJpeg}}), "0");
+  ASSERT_NE(gCustomIconPict, nullptr);
+  mosa_test::shutdown();
+  EXPECT_EQ(gCustomIconPict, nullptr);
 }

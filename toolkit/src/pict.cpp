@@ -124,20 +124,27 @@ ColorTable readColorTable(Reader& r) {
 void unpackBits(std::span<const std::uint8_t> in, std::span<std::uint8_t> out,
                 std::size_t unitSize) {
   std::size_t i = 0, o = 0;
-  auto put = [&](const std::uint8_t* unit) {
-    for (std::size_t k = 0; k < unitSize; ++k)
-      if (o < out.size()) out[o++] = unit[k];
-  };
   while (i < in.size() && o < out.size()) {
     const std::uint8_t header = in[i++];
     if (header < 0x80) {
-      const std::size_t units = std::size_t{header} + 1;
-      if (units * unitSize > in.size() - i) throw Malformed{};
-      for (std::size_t k = 0; k < units; ++k, i += unitSize) put(&in[i]);
+      const std::size_t length = (std::size_t{header} + 1) * unitSize;
+      if (length > in.size() - i) throw Malformed{};
+      const std::size_t kept = std::min(length, out.size() - o);
+      std::copy_n(in.begin() + static_cast<std::ptrdiff_t>(i), kept,
+                  out.begin() + static_cast<std::ptrdiff_t>(o));
+      i += length;
+      o += kept;
     } else if (header > 0x80) {
       const std::size_t units = 257 - std::size_t{header};
       if (unitSize > in.size() - i) throw Malformed{};
-      for (std::size_t k = 0; k < units; ++k) put(&in[i]);
+      if (unitSize == 1) {
+        const std::size_t kept = std::min(units, out.size() - o);
+        std::fill_n(out.begin() + static_cast<std::ptrdiff_t>(o), kept, in[i]);
+        o += kept;
+      } else {
+        for (std::size_t k = 0; k < units * unitSize && o < out.size(); ++k)
+          out[o++] = in[i + k % unitSize];
+      }
       i += unitSize;
     }
   }
