@@ -282,7 +282,8 @@ class Parser {
   ExprPtr unary() {
     if (isOp(U"-") || isOp(U"+")) {
       auto e = node(Expr::Kind::Unary, tok_.pos);
-      e->op = isOp(U"-") ? "-" : "+";
+      std::string op = isOp(U"-") ? "-" : "+";
+      e->op = std::move(op);
       advance();
       e->args.push_back(unary());
       return e;

@@ -28,13 +28,11 @@ void printHelp() {
 
 int runPrompt(Runner& runner) {
   std::printf("mosa-host: type :help for help, :quit to leave\n");
-  int line = 0;
   for (;;) {
     char* raw = readline("mosa> ");
     if (!raw) break;
     std::string text(raw);
     std::free(raw);
-    ++line;
     const size_t first = text.find_first_not_of(" \t");
     if (first == std::string::npos) continue;
     add_history(text.c_str());
@@ -52,7 +50,7 @@ int runPrompt(Runner& runner) {
       std::printf("unknown command %s; type :help\n", word.c_str());
       continue;
     }
-    runner.runScriptText(text, "line " + std::to_string(line));
+    runner.runScriptText(text, "");
   }
   return kExitOk;
 }

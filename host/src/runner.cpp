@@ -28,7 +28,11 @@ Runner::Runner(const RunOptions& options, std::FILE* out, std::FILE* err)
 Runner::~Runner() = default;
 
 void Runner::reportError(const std::string& name, const CalcError& e) {
-  std::fprintf(err_, "%s:%d:%d: %s\n", name.c_str(), e.loc().line, e.loc().column, e.what());
+  if (name.empty()) {  // the prompt: one line, so the column says it all
+    std::fprintf(err_, "column %d: %s\n", e.loc().column, e.what());
+  } else {
+    std::fprintf(err_, "%s:%d:%d: %s\n", name.c_str(), e.loc().line, e.loc().column, e.what());
+  }
 }
 
 int Runner::runScriptText(const std::string& text, const std::string& name) {

@@ -7,8 +7,13 @@ set(args)
 if(EXISTS ${base}.args)
   file(STRINGS ${base}.args args)
 endif()
-execute_process(COMMAND ${HOST} --plugin ${PLUGIN} ${args} ${SCRIPT}
-                OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+if(SCRIPT MATCHES "\\.stdin$")
+  execute_process(COMMAND ${HOST} --plugin ${PLUGIN} ${args} INPUT_FILE ${SCRIPT}
+                  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+else()
+  execute_process(COMMAND ${HOST} --plugin ${PLUGIN} ${args} ${SCRIPT}
+                  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+endif()
 
 set(expected_status 0)
 if(EXISTS ${base}.status)

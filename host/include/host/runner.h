@@ -31,7 +31,8 @@ class Runner : public ScriptHost {
   Plugin* plugin() { return plugin_.get(); }
   Evaluator& evaluator() { return evaluator_; }
 
-  // Runs a script's text; `name` is how error messages name it. Returns an exit status.
+  // Runs a script's text; `name` is how error messages name it (empty: the prompt). Returns an
+  // exit status.
   int runScriptText(const std::string& text, const std::string& name);
   int runScriptFile(const std::string& path);
   int evalText(const std::string& text);
