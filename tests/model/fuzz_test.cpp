@@ -8,6 +8,7 @@
 #include <string>
 
 #include "calls.h"
+#include "fmwrapper/host_api.h"
 #include "model/switches.h"
 
 using namespace modeltest;
@@ -132,6 +133,42 @@ TEST(ModelFuzz, RandomCallsNeverBreakTheContract) {
         ZkParseBTSwitches(RandomSwitches(rng).c_str(), &width, &height, &maxChars, &minChars);
     ASSERT_TRUE(err == 0 || err == -92);
     ASSERT_TRUE(minChars >= 1 && maxChars >= 0 && maxChars <= 64000);
+  }
+  ResetModelState();
+}
+
+}  // namespace
+
+namespace {
+
+// A host call that fails (out of memory, or any other failure) surfaces as an exception from the
+// handler, which the dispatcher turns into an error; the handler itself leaks no host object.
+TEST(ModelFuzz, HostFailuresLeakNothing) {
+  ResetModelState();
+  const std::vector<std::pair<Handler, std::vector<Arg>>> calls = {
+      {ZkMosa7_DoSetLabels, {"", "a", "b"}},
+      {ZkMosa7_DoSetInput, {"", "a", "b"}},
+      {ZkMosa7_DoSetPopup, {"-popup2 -NoSelection", "x\ry"}},
+      {ZkMosa7_DoSetDialogTitle, {"", "Title"}},
+      {ZkMosa7_DoSetPosition, {"-all", 10, 20}},
+      {ZkMosa7_DoSetPreference, {"-progressbardefunctticks", 60}},
+      {ZkMosa7_DoSetListInput, {"", "Item"}},
+      {ZkMosa7_DoGetButton, {""}},
+      {ZkMosa7_DoGetInput, {"-text1"}},
+      {ZkMosa7_DoGetPopup, {"-popup2"}},
+  };
+  for (const auto& [handler, args] : calls) {
+    const std::int64_t before = fmwrapper::liveObjects();
+    for (std::uint64_t k = 1; k <= 100; ++k) {
+      fmwrapper::injectFault(k, k % 2 ? 1 : 2);
+      try {
+        Call(handler, args);
+      } catch (const std::exception&) {
+      }
+      fmwrapper::injectFault(0, 0);
+      ExpectStateWellFormed();
+      ASSERT_EQ(fmwrapper::liveObjects(), before) << "fault at call " << k;
+    }
   }
   ResetModelState();
 }
