@@ -274,7 +274,9 @@ ColorTable bitmapColors() {
 Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMapInfo& info) {
   Image image = sizedImage(bounds);
   const auto width = static_cast<std::size_t>(image.width);
+  // Pack type 0 is the default packing of the pixel size; narrow rows are never packed.
   std::uint16_t packType = info.packType;
+  if (packType == 0) packType = info.pixelSize == 32 ? 4 : 3;
   if (rowBytes < 8) packType = 1;
   auto store = [&](std::size_t y, std::size_t x, std::uint32_t pixel) {
     image.pixels[y * width + x] = pixel;
@@ -282,7 +284,7 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
 
   if (info.pixelSize == 16) {
     if (rowBytes < width * 2) throw Malformed{};
-    if (packType != 0 && packType != 1 && packType != 3) throw Malformed{};
+    if (packType != 1 && packType != 3) throw Malformed{};
     readRows(r, image, rowBytes, rowBytes, packType == 3, 2,
              [&](std::size_t y, std::span<const std::uint8_t> row) {
                for (std::size_t x = 0; x < width; ++x) {
@@ -295,7 +297,6 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
   }
   if (info.pixelSize != 32) throw Malformed{};
   switch (packType) {
-    case 0:
     case 1:
       if (rowBytes < width * 4) throw Malformed{};
       readRows(r, image, rowBytes, rowBytes, false, 1,
