@@ -68,6 +68,7 @@ struct Rect {
   bool sane() const {
     return width() > 0 && height() > 0 && width() <= kMaxSide && height() <= kMaxSide;
   }
+  bool operator==(const Rect&) const = default;
 };
 
 Rect readRect(Reader& r) {
@@ -190,8 +191,15 @@ class Canvas {
   Image release() { return std::move(image_); }
 
   // Copies `source` (whose pixels lie in `bounds`), taking `from` and scaling it into `to`.
-  void draw(const Image& source, Rect bounds, Rect from, Rect to) {
+  void draw(Image&& source, Rect bounds, Rect from, Rect to) {
     if (from.width() <= 0 || from.height() <= 0 || to.width() <= 0 || to.height() <= 0) return;
+    // The usual picture: one image that fills the frame exactly becomes the canvas itself.
+    if (!drawn() && from == bounds && to == frame_ && bounds.width() == frame_.width() &&
+        bounds.height() == frame_.height() && source.width == bounds.width() &&
+        source.height == bounds.height()) {
+      image_ = std::move(source);
+      return;
+    }
     allocate();
     const int x0 = std::max(to.left, frame_.left), x1 = std::min(to.right, frame_.right);
     const int y0 = std::max(to.top, frame_.top), y1 = std::min(to.bottom, frame_.bottom);
@@ -541,7 +549,7 @@ class PictDecoder {
     Image jpeg;
     if (decodeJpeg(r.take(jpegLength), jpeg) != Status::Ok) return;
     const Rect whole{0, 0, jpeg.height, jpeg.width};
-    canvas_.draw(jpeg, whole, whole, canvas_.frame());
+    canvas_.draw(std::move(jpeg), whole, whole, canvas_.frame());
   }
 
   Reader reader_;
