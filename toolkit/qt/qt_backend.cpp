@@ -23,9 +23,13 @@ char* gArgv[] = {gArgv0, nullptr};
 
 QtMessageHandler gPreviousHandler = nullptr;
 
-// Qt's complaint about a missing XDG_RUNTIME_DIR says nothing a user of the host can act on.
+// Qt's complaints about a missing XDG_RUNTIME_DIR, and the off-screen platform's about what it
+// cannot do (raise a window, grab the keyboard), say nothing a user of the host can act on.
 void quietMessageHandler(QtMsgType type, const QMessageLogContext& context, const QString& text) {
-  if (type == QtWarningMsg && text.startsWith(QLatin1String("QStandardPaths:"))) return;
+  if (type == QtWarningMsg && (text.startsWith(QLatin1String("QStandardPaths:")) ||
+                               text.startsWith(QLatin1String("This plugin does not support")))) {
+    return;
+  }
   if (gPreviousHandler) gPreviousHandler(type, context, text);
 }
 

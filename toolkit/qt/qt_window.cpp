@@ -501,8 +501,10 @@ Event QtWindow::inject(detail::WindowState& state, const detail::Answer& answer)
   const Event expected = detail::eventForAnswer(state, answer);
   queue_.clear();
   update(state);
-  const detail::ItemState* item = state.item(answer.item);
-  QWidget* widget = itemWidget(answer.item);
+  // A row answer names no item: the event says which list it is for.
+  const int n = expected.type == Event::Type::Click ? expected.item : answer.item;
+  const detail::ItemState* item = state.item(n);
+  QWidget* widget = itemWidget(n);
   const bool reachable = item && widget && item->visible && window_->isVisible();
 
   switch (answer.kind) {
@@ -523,7 +525,7 @@ Event QtWindow::inject(detail::WindowState& state, const detail::Answer& answer)
       }
       break;
     case Kind::Choose:
-      if (reachable) injectChoose(answer.item, answer.menuItem);
+      if (reachable) injectChoose(n, answer.menuItem);
       break;
     case Kind::Row:
     case Kind::DoubleClickRow: {
