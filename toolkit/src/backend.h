@@ -2,9 +2,9 @@
 //
 // The core owns the model of every window (WindowState: the title, rectangle and every item's
 // state); the plug-in's calls change the model and the core writes the trace from it, so both
-// backends trace the same thing. A backend window mirrors the model on screen (update), produces the
-// events of the pulled modal loop (waitEvent for a person, inject for a scripted answer) and applies
-// the default handling of an event (applyDefault), writing any change back into the model.
+// backends trace the same thing. A backend window mirrors the model on screen (update), produces
+// the events of the pulled modal loop (waitEvent for a person, inject for a scripted answer) and
+// applies the default handling of an event (applyDefault), writing any change back into the model.
 #pragma once
 
 #include <cstdint>
@@ -17,6 +17,8 @@
 
 namespace toolkit::detail {
 
+class Backend;
+
 struct ItemState {
   int n = 0;
   ItemKind kind = ItemKind::Text;
@@ -26,17 +28,17 @@ struct ItemState {
   std::u16string text;
   std::int32_t value = 0;
   std::int32_t max = 0;
-  int page = 0;                       // scroll bar thumb size
-  bool masked = false;                // edit field shows bullets
-  int selStart = 0, selEnd = 0;       // edit field and text area selection
-  int scroll = 0;                     // text area and list: scrolled distance in pixels
-  std::vector<std::u16string> menu;   // pop-up entries
-  std::vector<std::u16string> rows;   // list rows
-  int selectedRow = -1;               // list
-  bool indeterminate = false;         // progress
-  int animation = 0;                  // progress: steps animated while indeterminate
-  IconKind icon = IconKind::None;     // icon item
-  std::shared_ptr<const Image> image; // icon item: the custom picture
+  int page = 0;                        // scroll bar thumb size
+  bool masked = false;                 // edit field shows bullets
+  int selStart = 0, selEnd = 0;        // edit field and text area selection
+  int scroll = 0;                      // text area and list: scrolled distance in pixels
+  std::vector<std::u16string> menu;    // pop-up entries
+  std::vector<std::u16string> rows;    // list rows
+  int selectedRow = -1;                // list
+  bool indeterminate = false;          // progress
+  int animation = 0;                   // progress: steps animated while indeterminate
+  IconKind icon = IconKind::None;      // icon item
+  std::shared_ptr<const Image> image;  // icon item: the custom picture
 };
 
 struct WindowState {
@@ -60,15 +62,15 @@ struct WindowState {
 struct Answer {
   enum class Kind { Click, Key, Type, Focus, Choose, Row, DoubleClickRow, Paste, Resize, Wait };
   Kind kind = Kind::Click;
-  int item = 0;          // Click, Focus, Choose: the item
-  int menuItem = 0;      // Choose: entry from 1
-  int row = 0;           // Row, DoubleClickRow: from 1, as written
-  char16_t character = 0;  // Key
-  unsigned modifiers = 0;  // Key
-  std::u16string text;   // Type, Paste
+  int item = 0;               // Click, Focus, Choose: the item
+  int menuItem = 0;           // Choose: entry from 1
+  int row = 0;                // Row, DoubleClickRow: from 1, as written
+  char16_t character = 0;     // Key
+  unsigned modifiers = 0;     // Key
+  std::u16string text;        // Type, Paste
   int width = 0, height = 0;  // Resize
-  Tick ticks = 0;        // Wait
-  std::string source;    // the answer as written, for messages
+  Tick ticks = 0;             // Wait
+  std::string source;         // the answer as written, for messages
 };
 
 // Parses one answer of the grammar; throws std::invalid_argument naming the answer.
@@ -79,12 +81,16 @@ Answer parseAnswer(const std::string& line);
 Event eventForAnswer(const WindowState& window, const Answer& answer);
 // The default handling on the model alone (headless). A backend may use it too and then mirror
 // the model, or apply the event to its native widgets and write the result back into the model.
-Outcome applyDefaultToModel(WindowState& window, const Event& event, class Backend& backend);
+Outcome applyDefaultToModel(WindowState& window, const Event& event, Backend& backend);
 
 // Deterministic text metrics of the headless backend, also a fallback for others.
 constexpr int kLineHeight = 16;
 constexpr int kCharWidth = 7;
 int wrappedLineCount(const std::u16string& text, int widthPixels);
+
+// The real tick clock (steady, counted from the first use in the process). The Qt backend's ticks()
+// use it, so the clock does not jump when Qt is loaded after time was already read.
+Tick realTicks();
 
 class BackendWindow {
  public:

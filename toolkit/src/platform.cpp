@@ -38,9 +38,13 @@ void setServiceDisabled(Service service, bool isDisabled) {
   disabled().flags[static_cast<std::size_t>(service)] = isDisabled;
 }
 
-bool serviceDisabled(Service service) { return disabled().flags[static_cast<std::size_t>(service)]; }
+bool serviceDisabled(Service service) {
+  return disabled().flags[static_cast<std::size_t>(service)];
+}
 
-bool toolkitPresent() { return !serviceDisabled(Service::Toolkit); }
+bool toolkitPresent() {
+  return !serviceDisabled(Service::Toolkit);
+}
 
 std::uint32_t systemLibraryVersion() {
   if (!toolkitPresent()) return 0;
@@ -48,6 +52,8 @@ std::uint32_t systemLibraryVersion() {
   return serviceDisabled(Service::ToolkitVersion) ? 0x0103 : kSystemLibraryVersion;
 }
 
-bool jpegDecoderPresent() { return !serviceDisabled(Service::JpegDecoder); }
+bool jpegDecoderPresent() {
+  return !serviceDisabled(Service::JpegDecoder);
+}
 
 }  // namespace toolkit::platform

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -28,6 +29,11 @@ std::vector<Registration> registrations();
 // Looks a function up by name as the host application does: ignoring case.
 std::optional<Registration> findRegistration(std::u16string_view name);
 void clearRegistrations();
+
+// How the host program evaluates a calculation for FM_ExprEnv_Evaluate; answers an error code
+// (0 for success) and writes the value into `result`. Without one, every evaluation fails.
+using Evaluator = std::function<fmx::errcode(const fmx::Text& expression, fmx::Data& result)>;
+void setEvaluator(Evaluator evaluator);
 
 // Makes the k-th FM_* call from now (k >= 1) report `code` in its error pad (1 out of memory,
 // 2 other) and do nothing else. k = 0 cancels a pending fault.

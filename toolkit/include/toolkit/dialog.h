@@ -33,7 +33,8 @@ struct Rect {
   bool operator==(const Rect&) const = default;
 };
 
-// ---- Clock, delay, beep, clipboard, screen -------------------------------------------------------
+// ---- Clock, delay, beep, clipboard, screen
+// -------------------------------------------------------
 
 // Ticks since the session started. Headless: a virtual clock that moves only when something waits.
 Tick tickCount();
@@ -48,12 +49,25 @@ void setClipboardText(const std::u16string& text);
 Rect screenBounds();
 
 // A caution alert with a text and an OK button, recorded as {"ev":"alert","id":…,"number":…}.
-// Headless it only records; on Qt it is shown (and waits for a person unless answers drive the run).
+// Headless it only records; on Qt it is shown (and waits for a person unless answers drive the
+// run).
 void showAlert(int id, const std::u16string& text, long number);
 
-// ---- Templates -----------------------------------------------------------------------------------
+// ---- Templates
+// -----------------------------------------------------------------------------------
 
-enum class ItemKind { Button, Text, Edit, Popup, Checkbox, Icon, List, TextArea, ScrollBar, Progress };
+enum class ItemKind {
+  Button,
+  Text,
+  Edit,
+  Popup,
+  Checkbox,
+  Icon,
+  List,
+  TextArea,
+  ScrollBar,
+  Progress
+};
 const char* itemKindName(ItemKind kind);  // the trace's spelling: "button", "text", …
 
 struct ItemTemplate {
@@ -80,7 +94,8 @@ std::optional<DialogTemplate> loadTemplate(const std::string& path);
 // Loads <resourcesDir>/dialogs/<id>.json.
 std::optional<DialogTemplate> loadTemplate(const std::string& resourcesDir, int id);
 
-// ---- Events --------------------------------------------------------------------------------------
+// ---- Events
+// --------------------------------------------------------------------------------------
 
 // Character codes of the special keys, as the dialogs' filters compare them.
 enum : char16_t {
@@ -135,7 +150,8 @@ class NoAnswerLeft : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// ---- Dialog windows ------------------------------------------------------------------------------
+// ---- Dialog windows
+// ------------------------------------------------------------------------------
 
 enum class IconKind { None, Note, Caution, Stop, Custom };
 

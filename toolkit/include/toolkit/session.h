@@ -12,7 +12,7 @@ namespace toolkit {
 enum class Backend { Auto, Headless, Qt };
 
 struct SessionOptions {
-  Backend backend = Backend::Auto;  // Auto: Qt when a display is available, headless otherwise
+  Backend backend = Backend::Auto;   // Auto: Qt when a display is available, headless otherwise
   std::vector<std::string> answers;  // in order; one per entry, grammar as in the README
   std::string tracePath;             // JSON Lines; empty: no trace
   std::string shotsDir;              // a PNG of each dialog state (Qt only); empty: none

@@ -1,0 +1,174 @@
+// The objects behind the opaque fmx:: handles, and the guard every FM_* function runs through.
+#pragma once
+
+#include <gmp.h>
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "fmx/FMWrapper.h"
+
+namespace fmwrapper::detail {
+
+struct TextObj {
+  std::u16string s;
+};
+
+struct QuadCharObj {
+  std::array<fmx::uchar, 4> c{};
+};
+
+struct LocaleObj {
+  fmx::int32 type = fmx::Locale::kType_System;
+};
+
+// An exact rational value; `precision` is the number of decimal places a division keeps.
+struct FixPtObj {
+  FixPtObj() { mpq_init(v); }
+  FixPtObj(const FixPtObj& o) : precision(o.precision) {
+    mpq_init(v);
+    mpq_set(v, o.v);
+  }
+  FixPtObj& operator=(const FixPtObj& o) {
+    if (this != &o) {
+      mpq_set(v, o.v);
+      precision = o.precision;
+    }
+    return *this;
+  }
+  ~FixPtObj() { mpq_clear(v); }
+  mpq_t v;
+  fmx::int32 precision = fmx::FixPt::kDefltFixedPrecision;
+};
+
+struct Stream {
+  std::array<fmx::uchar, 4> type{};
+  std::vector<fmx::uchar> bytes;
+};
+
+struct BinaryObj {
+  std::vector<Stream> streams;
+};
+
+// A calculation value. The text and number forms are both kept current so that GetAsText and
+// GetAsNumber can hand out references that stay valid until the value changes.
+struct DataObj {
+  fmx::int32 type = fmx::Data::kDTInvalid;
+  TextObj text;
+  FixPtObj number;
+  BinaryObj binary;
+  LocaleObj locale;
+};
+
+struct DataVectObj {
+  std::vector<std::unique_ptr<DataObj>> items;
+};
+
+struct ExprEnvObj {};
+
+// A process-wide empty value, answered by look-ups that fail.
+const DataObj& emptyData();
+
+template <typename Obj, typename Handle>
+Obj* obj(Handle* h) {
+  return reinterpret_cast<Obj*>(h);
+}
+template <typename Obj, typename Handle>
+const Obj* obj(const Handle* h) {
+  return reinterpret_cast<const Obj*>(h);
+}
+inline TextObj& text(void* self) {
+  return *static_cast<TextObj*>(self);
+}
+inline const TextObj& text(const void* self) {
+  return *static_cast<const TextObj*>(self);
+}
+inline const TextObj& text(const fmx::Text& t) {
+  return *reinterpret_cast<const TextObj*>(&t);
+}
+inline const QuadCharObj& quad(const fmx::QuadChar& q) {
+  return *reinterpret_cast<const QuadCharObj*>(&q);
+}
+inline const FixPtObj& fixpt(const fmx::FixPt& f) {
+  return *reinterpret_cast<const FixPtObj*>(&f);
+}
+inline FixPtObj& fixpt(fmx::FixPt& f) {
+  return *reinterpret_cast<FixPtObj*>(&f);
+}
+inline const BinaryObj& binary(const fmx::BinaryData& b) {
+  return *reinterpret_cast<const BinaryObj*>(&b);
+}
+inline const DataObj& data(const fmx::Data& d) {
+  return *reinterpret_cast<const DataObj*>(&d);
+}
+inline const LocaleObj& locale(const fmx::Locale& l) {
+  return *reinterpret_cast<const LocaleObj*>(&l);
+}
+
+// Counts the call and consumes a pending fault. Returns the fault's code, or 0.
+int enterCall(bool mayFail);
+void objectMade();
+void objectFreed();
+
+// Runs `body` for an FM_* function: counts the call, reports an injected fault without doing
+// anything, and turns whatever `body` throws into the pad's code. `fallback` is the answer on
+// failure.
+template <typename R, typename F>
+R guard(fmx::_fmxcpt& x, R fallback, F&& body) noexcept {
+  x.m_code = fmx::_fmxcpt::kNoErr;
+  if (int fault = enterCall(true)) {
+    x.m_code = fault;
+    return fallback;
+  }
+  try {
+    return body();
+  } catch (const std::bad_alloc&) {
+    x.m_code = fmx::_fmxcpt::kBadAlloc;
+  } catch (...) {
+    x.m_code = fmx::_fmxcpt::kUnknown;
+  }
+  return fallback;
+}
+
+template <typename F>
+void guardVoid(fmx::_fmxcpt& x, F&& body) noexcept {
+  guard(x, 0, [&] {
+    body();
+    return 0;
+  });
+}
+
+// Constructors: a new object owned by the caller, counted as live.
+template <typename Handle, typename Obj, typename F>
+Handle* construct(fmx::_fmxcpt& x, F&& make) noexcept {
+  return guard(x, static_cast<Handle*>(nullptr), [&] {
+    std::unique_ptr<Obj> o = make();
+    objectMade();
+    return reinterpret_cast<Handle*>(o.release());
+  });
+}
+
+// Deleting never fails: a fault that falls due on a delete passes on to the next call, so that
+// fault injection never leaks objects.
+template <typename Obj>
+void destroy(void* self, fmx::_fmxcpt& x) noexcept {
+  x.m_code = fmx::_fmxcpt::kNoErr;
+  enterCall(false);
+  if (!self) return;
+  delete static_cast<Obj*>(self);
+  objectFreed();
+}
+
+// Error codes the library answers through errcode results.
+constexpr fmx::errcode kNoError = 0;
+constexpr fmx::errcode kParamErr = -50;
+
+// Thrown inside a body for a request that cannot be served; becomes pad code 2.
+struct BadRequest {};
+
+}  // namespace fmwrapper::detail

@@ -1,0 +1,224 @@
+// Dialog windows and the pulled modal loop, on each backend: one walk through every kind of item as
+// a person's hands (the answers) would use them, and the trace it leaves.
+#include <gtest/gtest.h>
+
+#include "toolkit_test_support.h"
+
+using tktest::BackendTest;
+using toolkit::Event;
+using toolkit::ItemKind;
+
+namespace {
+
+// Runs the loop the way the plug-in's dialogs do, until a button (1 or 2) is hit.
+std::vector<int> runUntilButton(toolkit::DialogWindow& d, std::vector<Event>* seen = nullptr) {
+  std::vector<int> hits;
+  for (;;) {
+    Event e = d.nextEvent();
+    if (seen) seen->push_back(e);
+    toolkit::Outcome out = d.handleDefault(e);
+    hits.push_back(out.itemHit);
+    if (out.itemHit == 1 || out.itemHit == 2) return hits;
+  }
+}
+
+}  // namespace
+
+TEST_P(BackendTest, EveryItemKindFollowsTheAnswers) {
+  configure({"type \"abc\"", "key Backspace", "key Tab", "type \"X\"", "choose 6 3", "choose 6 2",
+             "click 7", "row 2", "double-click-row 3", "focus 10", "type \"l1\"", "key Return",
+             "type \"l2\"", "click 2", "click 1"});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->setMenu(6, {u"Red", u"-", u"Blue"});
+  d->setRows(9, {u"Apple", u"Blue", u"Banana"});
+  d->setItemEnabled(2, false);
+  d->setDefaultItem(1);
+  d->show();
+  EXPECT_EQ(d->focus(), 4);  // the first field takes the keyboard
+
+  std::vector<Event> events;
+  std::vector<int> hits = runUntilButton(*d, &events);
+  EXPECT_EQ(hits.back(), 1);  // "click 2" on the disabled button did nothing
+  EXPECT_EQ(d->itemText(4), u"ab");
+  EXPECT_EQ(d->itemText(5), u"X");  // tabbing into a field selects its text; typing replaces it
+  EXPECT_EQ(d->itemValue(6), 3);    // the separator entry cannot be chosen
+  EXPECT_EQ(d->itemValue(7), 1);
+  EXPECT_EQ(d->selectedRow(9), 2);
+  EXPECT_EQ(d->itemText(10), u"l1\rl2");  // Return starts a new line in the text area
+
+  bool sawDoubleClick = false;
+  for (const Event& e : events)
+    sawDoubleClick |= e.type == Event::Type::Click && e.item == 9 && e.doubleClick;
+  EXPECT_TRUE(sawDoubleClick);
+  d.reset();
+
+  auto lines = trace();
+  ASSERT_GE(lines.size(), 3u);
+  EXPECT_EQ(lines.front()["ev"], "open");
+  EXPECT_EQ(lines.back()["ev"], "close");
+  int states = 0;
+  for (const auto& line : lines) states += line["ev"] == "state";
+  EXPECT_EQ(states, 15);  // one before each answer
+  const auto& close = lines.back();
+  EXPECT_EQ(close["dialog"], 9001);
+  EXPECT_EQ(close["title"], "Every kind");
+  const auto& items = close["items"];
+  ASSERT_EQ(items.size(), 12u);
+  EXPECT_EQ(items[0]["kind"], "button");
+  EXPECT_EQ(items[0]["default"], true);
+  EXPECT_EQ(items[1]["enabled"], false);
+  EXPECT_EQ(items[3]["text"], "ab");
+  EXPECT_EQ(items[5]["menu"], nlohmann::json::parse(R"(["Red","-","Blue"])"));
+  EXPECT_EQ(items[8]["selected"], 3);  // rows count from 1 in the trace, as in the answers
+  EXPECT_EQ(items[9]["focus"], true);
+  EXPECT_EQ(items[9]["text"], "l1\rl2");
+  EXPECT_EQ(items[11]["indeterminate"], false);
+}
+
+TEST_P(BackendTest, ItemsHideMoveAndKeepTheirState) {
+  configure({});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  const toolkit::Rect screen = toolkit::screenBounds();
+  const toolkit::Rect w = d->windowRect();
+  EXPECT_EQ(w.width(), 420);
+  EXPECT_EQ(w.left, screen.left + (screen.width() - 420) / 2);  // centred across
+  d->moveTo(100, 50);
+  EXPECT_EQ(d->windowRect(), (toolkit::Rect{100, 50, 520, 450}));
+  d->resize(500, 420);
+  EXPECT_EQ(d->windowRect().width(), 500);
+  d->setItemVisible(2, false);
+  EXPECT_FALSE(d->itemVisible(2));
+  EXPECT_EQ(d->itemRect(2), (toolkit::Rect{250, 360, 320, 380}));  // a hidden item keeps its place
+  d->setItemRect(1, {10, 10, 80, 30});
+  EXPECT_EQ(d->itemRect(1), (toolkit::Rect{10, 10, 80, 30}));
+  EXPECT_EQ(d->itemKind(9), ItemKind::List);
+  EXPECT_FALSE(d->hasItem(13));
+  d->setItemText(13, u"nothing");  // a missing item is ignored
+  EXPECT_EQ(d->itemText(13), u"");
+  d->setItemText(4, u"hello");
+  d->setSelection(4, 1, 3);
+  d->replaceSelection(4, u"EE");
+  EXPECT_EQ(d->itemText(4), u"hEElo");
+  EXPECT_EQ(d->selection(4), (std::pair{3, 3}));
+  d->setMasked(4, true);
+  d->setItemValue(12, 200);
+  d->setItemMaximum(12, 100);
+  EXPECT_EQ(d->itemValue(12), 200);  // the control limits what it draws, not what it holds
+  d->setIndeterminate(12, true);
+  EXPECT_TRUE(d->indeterminate(12));
+  d->setIcon(8, toolkit::IconKind::Caution);
+  EXPECT_EQ(d->icon(8), toolkit::IconKind::Caution);
+  d->selectRow(9, 5);  // no such row
+  EXPECT_EQ(d->selectedRow(9), -1);
+}
+
+TEST_P(BackendTest, TextAreaScrollsWithinItsText) {
+  configure({});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->show();
+  std::u16string text;
+  for (int i = 0; i < 40; ++i) text += u"line\r";
+  d->setItemText(10, text);
+  const int content = d->textContentHeight(10);
+  const int view = d->textViewHeight(10);
+  EXPECT_GT(content, view);
+  d->scrollTextTo(10, 100000);
+  EXPECT_EQ(d->textScroll(10), content - view);
+  d->scrollTextTo(10, -5);
+  EXPECT_EQ(d->textScroll(10), 0);
+  d->setSelection(10, static_cast<int>(text.size()), static_cast<int>(text.size()));
+  d->scrollSelectionIntoView(10);
+  EXPECT_GT(d->textScroll(10), 0);
+  d->setPageSize(11, 20);
+  d->setItemMaximum(11, 100);
+}
+
+TEST_P(BackendTest, ClipboardKeysAndPaste) {
+  configure({"type \"copy me\"", "key cmd-a", "key cmd-c", "focus 5", "key cmd-a", "key cmd-v",
+             "paste \" and more\"", "click 1"});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->show();
+  std::vector<toolkit::Outcome> outcomes;
+  for (;;) {
+    toolkit::Outcome out = d->handleDefault(d->nextEvent());
+    outcomes.push_back(out);
+    if (out.itemHit == 1) break;
+  }
+  EXPECT_EQ(d->itemText(5), u"copy me and more");
+  EXPECT_EQ(toolkit::clipboardText().value_or(u""), u" and more");
+  ASSERT_GE(outcomes.size(), 2u);
+  EXPECT_TRUE(outcomes[outcomes.size() - 2].textChanged);  // the paste changed field 5
+  EXPECT_EQ(outcomes[outcomes.size() - 2].changedItem, 5);
+}
+
+TEST_P(BackendTest, ResizeRespectsTheMinimum) {
+  configure({"resize 100 100", "resize 500 450"});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->setMinimumSize(360, 200);
+  d->moveTo(0, 0);
+  d->show();
+  Event e = d->nextEvent();
+  ASSERT_EQ(e.type, Event::Type::Resize);
+  d->handleDefault(e);
+  EXPECT_EQ(d->windowRect().width(), 360);
+  EXPECT_EQ(d->windowRect().height(), 200);
+  e = d->nextEvent();
+  ASSERT_EQ(e.type, Event::Type::Resize);
+  EXPECT_EQ(e.width, 500);
+  d->handleDefault(e);
+  EXPECT_EQ(d->windowRect().width(), 500);
+}
+
+TEST_P(BackendTest, IconsAreTracedByName) {
+  configure({});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate(), true);
+  ASSERT_TRUE(d);
+  d->show();
+  auto iconOf = [&] { return trace().back()["items"][7]["icon"]; };
+  d->setIcon(8, toolkit::IconKind::Stop);
+  d->commit();
+  EXPECT_EQ(iconOf(), "stop");
+  d->setIcon(8, toolkit::IconKind::Custom);  // no picture: nothing is drawn
+  d->commit();
+  EXPECT_TRUE(iconOf().is_null());
+  toolkit::Image picture;
+  picture.width = picture.height = 2;
+  picture.pixels.assign(4, 0xFF336699u);
+  d->setIcon(8, toolkit::IconKind::Custom, &picture);
+  d->commit();
+  EXPECT_EQ(iconOf(), "custom");
+  d->setIcon(8, toolkit::IconKind::None);
+  d->commit();
+  EXPECT_TRUE(iconOf().is_null());
+}
+
+TEST_P(BackendTest, PersistentWindowIsTracedOnlyWhenItChanges) {
+  configure({});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate(), true);
+  ASSERT_TRUE(d);
+  d->show();
+  d->commit();  // nothing changed since "open"
+  d->setItemValue(12, 10);
+  d->commit();
+  d->commit();
+  d->setIndeterminate(12, true);
+  d->animateStep(12);
+  d->commit();
+  d.reset();
+  auto lines = trace();
+  ASSERT_EQ(lines.size(), 4u);
+  EXPECT_EQ(lines[0]["ev"], "open");
+  EXPECT_EQ(lines[1]["ev"], "state");
+  EXPECT_EQ(lines[1]["items"][11]["value"], 10);
+  EXPECT_EQ(lines[2]["items"][11]["indeterminate"], true);
+  EXPECT_EQ(lines[3]["ev"], "close");
+}
+
+INSTANTIATE_TEST_SUITE_P(Backends, BackendTest,
+                         ::testing::Values(toolkit::Backend::Headless, toolkit::Backend::Qt),
+                         tktest::backendName);

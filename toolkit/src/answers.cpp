@@ -1,0 +1,226 @@
+// The answers that stand in for a person's hands, and the events they become on the model.
+#include <cctype>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "session_state.h"
+
+namespace toolkit::detail {
+namespace {
+
+[[noreturn]] void bad(const std::string& line, const char* why) {
+  throw std::invalid_argument("bad answer \"" + line + "\": " + why);
+}
+
+std::string lower(std::string_view s) {
+  std::string out(s);
+  for (char& c : out) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  return out;
+}
+
+// Splits into words; a word starting with a double quote runs to the closing quote (backslash
+// escapes a quote or a backslash) and is returned without quotes, marked by `quoted`.
+struct Word {
+  std::string text;
+  bool quoted = false;
+};
+
+std::vector<Word> split(const std::string& line) {
+  std::vector<Word> words;
+  std::size_t i = 0;
+  while (i < line.size()) {
+    if (std::isspace(static_cast<unsigned char>(line[i]))) {
+      ++i;
+      continue;
+    }
+    Word w;
+    if (line[i] == '"') {
+      w.quoted = true;
+      ++i;
+      bool closed = false;
+      while (i < line.size()) {
+        char c = line[i++];
+        if (c == '\\' && i < line.size() && (line[i] == '"' || line[i] == '\\')) {
+          w.text += line[i++];
+        } else if (c == '"') {
+          closed = true;
+          break;
+        } else {
+          w.text += c;
+        }
+      }
+      if (!closed) bad(line, "the text has no closing quote");
+    } else {
+      while (i < line.size() && !std::isspace(static_cast<unsigned char>(line[i])))
+        w.text += line[i++];
+    }
+    words.push_back(std::move(w));
+  }
+  return words;
+}
+
+int number(const std::string& line, const Word& w, int minimum) {
+  if (w.quoted || w.text.empty() || w.text.size() > 9) bad(line, "a number is expected");
+  for (char c : w.text)
+    if (!std::isdigit(static_cast<unsigned char>(c))) bad(line, "a number is expected");
+  int value = std::stoi(w.text);
+  if (value < minimum) bad(line, "the number is out of range");
+  return value;
+}
+
+void parseKey(const std::string& line, const std::string& name, Answer& a) {
+  struct Named {
+    const char* name;
+    char16_t character;
+    unsigned modifiers;
+  };
+  static const Named kNamed[] = {
+      {"return", kCharReturn, 0},
+      {"enter", kCharEnter, 0},
+      {"escape", kCharEscape, 0},
+      {"tab", kCharTab, 0},
+      {"shift-tab", kCharTab, kModShift},
+      {"space", kCharSpace, 0},
+      {"backspace", kCharBackspace, 0},
+      {"up", kCharUp, 0},
+      {"down", kCharDown, 0},
+      {"left", kCharLeft, 0},
+      {"right", kCharRight, 0},
+  };
+  std::u16string chars = fromUtf8(name);
+  if (chars.size() == 1) {
+    a.character = chars[0];
+    return;
+  }
+  std::string low = lower(name);
+  for (const Named& n : kNamed) {
+    if (low == n.name) {
+      a.character = n.character;
+      a.modifiers = n.modifiers;
+      return;
+    }
+  }
+  if (low.rfind("cmd-", 0) == 0) {
+    std::u16string rest = fromUtf8(name.substr(4));
+    if (rest.size() == 1) {
+      char16_t c = rest[0];
+      if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
+      a.character = c;
+      a.modifiers = kModCommand;
+      return;
+    }
+  }
+  bad(line, "unknown key name");
+}
+
+}  // namespace
+
+Answer parseAnswer(const std::string& line) {
+  std::vector<Word> w = split(line);
+  if (w.empty()) bad(line, "it is empty");
+  if (w[0].quoted) bad(line, "unknown action");
+  Answer a;
+  a.source = line;
+  std::string verb = lower(w[0].text);
+  auto expect = [&](std::size_t count) {
+    if (w.size() != count) bad(line, "wrong number of values");
+  };
+  auto expectText = [&] {
+    expect(2);
+    if (!w[1].quoted) bad(line, "a text in double quotes is expected");
+    a.text = fromUtf8(w[1].text);
+  };
+  if (verb == "click") {
+    expect(2);
+    a.kind = Answer::Kind::Click;
+    a.item = number(line, w[1], 1);
+  } else if (verb == "key") {
+    expect(2);
+    if (w[1].quoted) bad(line, "a key name is expected");
+    a.kind = Answer::Kind::Key;
+    parseKey(line, w[1].text, a);
+  } else if (verb == "type") {
+    expectText();
+    a.kind = Answer::Kind::Type;
+  } else if (verb == "paste") {
+    expectText();
+    a.kind = Answer::Kind::Paste;
+  } else if (verb == "focus") {
+    expect(2);
+    a.kind = Answer::Kind::Focus;
+    a.item = number(line, w[1], 1);
+  } else if (verb == "choose") {
+    expect(3);
+    a.kind = Answer::Kind::Choose;
+    a.item = number(line, w[1], 1);
+    a.menuItem = number(line, w[2], 1);
+  } else if (verb == "row" || verb == "double-click-row") {
+    expect(2);
+    a.kind = verb == "row" ? Answer::Kind::Row : Answer::Kind::DoubleClickRow;
+    a.row = number(line, w[1], 1);
+  } else if (verb == "resize") {
+    expect(3);
+    a.kind = Answer::Kind::Resize;
+    a.width = number(line, w[1], 1);
+    a.height = number(line, w[2], 1);
+  } else if (verb == "wait") {
+    expect(2);
+    a.kind = Answer::Kind::Wait;
+    a.ticks = static_cast<Tick>(number(line, w[1], 0));
+  } else {
+    bad(line, "unknown action");
+  }
+  return a;
+}
+
+Event eventForAnswer(const WindowState& window, const Answer& answer) {
+  Event e;
+  switch (answer.kind) {
+    case Answer::Kind::Key:
+      e.type = Event::Type::Key;
+      e.character = answer.character;
+      e.modifiers = answer.modifiers;
+      break;
+    case Answer::Kind::Click:
+    case Answer::Kind::Focus: {
+      e.type = Event::Type::Click;
+      e.item = answer.item;
+      const ItemState* item = window.item(answer.item);
+      if (item && item->kind == ItemKind::Popup) e.menuItem = item->value;
+      if (item && item->kind == ItemKind::ScrollBar) e.part = ScrollPart::PageDown;
+      if (item && item->kind == ItemKind::List) e.row = item->selectedRow;
+      break;
+    }
+    case Answer::Kind::Choose:
+      e.type = Event::Type::Click;
+      e.item = answer.item;
+      e.menuItem = answer.menuItem;
+      break;
+    case Answer::Kind::Row:
+    case Answer::Kind::DoubleClickRow:
+      e.type = Event::Type::Click;
+      for (const ItemState& item : window.items) {
+        if (item.kind == ItemKind::List) {
+          e.item = item.n;
+          break;
+        }
+      }
+      e.row = answer.row - 1;
+      e.doubleClick = answer.kind == Answer::Kind::DoubleClickRow;
+      break;
+    case Answer::Kind::Resize:
+      e.type = Event::Type::Resize;
+      e.width = answer.width;
+      e.height = answer.height;
+      break;
+    case Answer::Kind::Type:
+    case Answer::Kind::Paste:
+    case Answer::Kind::Wait:
+      break;  // the core's; never reaches here
+  }
+  return e;
+}
+
+}  // namespace toolkit::detail

@@ -1,0 +1,64 @@
+// The headless backend: the model is the window, text metrics are fixed, the clock is virtual and
+// moves only when something waits, and every event comes from the answers.
+#include <algorithm>
+
+#include "session_state.h"
+
+namespace toolkit::detail {
+namespace {
+
+class HeadlessWindow final : public BackendWindow {
+ public:
+  explicit HeadlessWindow(Backend& backend) : backend_(backend) {}
+  void update(const WindowState&) override {}
+  Event waitEvent(WindowState&, Tick deadline) override {
+    if (deadline != kNoDeadline) backend_.waitUntil(deadline);
+    return {};
+  }
+  Event inject(WindowState& state, const Answer& answer) override {
+    return eventForAnswer(state, answer);
+  }
+  Outcome applyDefault(WindowState& state, const Event& event) override {
+    return applyDefaultToModel(state, event, backend_);
+  }
+  int textContentHeight(const WindowState& state, int n) override {
+    const ItemState* item = state.item(n);
+    if (!item) return 0;
+    return wrappedLineCount(item->text, item->rect.width() - 8) * kLineHeight;
+  }
+  bool saveShot(const WindowState&, const std::string&) override { return false; }
+
+ private:
+  Backend& backend_;
+};
+
+class HeadlessBackend final : public Backend {
+ public:
+  const char* name() const override { return "headless"; }
+  std::unique_ptr<BackendWindow> createWindow(const WindowState&) override {
+    return std::make_unique<HeadlessWindow>(*this);
+  }
+  Tick ticks() override { return clock_; }
+  void waitUntil(Tick deadline) override {
+    if (deadline != kNoDeadline) clock_ = std::max(clock_, deadline);
+  }
+  void beep() override {}
+  std::optional<std::u16string> clipboardText() override { return clipboard_; }
+  void setClipboardText(const std::u16string& text) override { clipboard_ = text; }
+  // The size of the offscreen platform's screen, so both backends place windows alike.
+  Rect screenBounds() override { return {0, 0, 800, 600}; }
+  void pump() override {}
+  void alert(int, const std::u16string&, bool) override {}
+
+ private:
+  Tick clock_ = 0;
+  std::optional<std::u16string> clipboard_;
+};
+
+}  // namespace
+
+std::unique_ptr<Backend> makeHeadlessBackend() {
+  return std::make_unique<HeadlessBackend>();
+}
+
+}  // namespace toolkit::detail

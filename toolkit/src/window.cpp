@@ -1,0 +1,344 @@
+// Dialog windows: the model the plug-in's calls change, mirrored by the backend, traced by the
+// core, and the pulled modal loop that takes events from a person or from the answers.
+#include <algorithm>
+
+#include "session_state.h"
+
+namespace toolkit::detail {
+namespace {
+
+class Window final : public DialogWindow {
+ public:
+  Window(WindowState state, std::unique_ptr<BackendWindow> native)
+      : state_(std::move(state)), native_(std::move(native)) {}
+
+  ~Window() override {
+    try {
+      if (opened_) {
+        flush();
+        traceWindow("close", state_, native_.get());
+      }
+    } catch (...) {
+      // Closing never fails: the window goes whatever the trace could record.
+    }
+  }
+
+  int id() const override { return state_.id; }
+
+  void setTitle(const std::u16string& title) override { state_.title = title, touch(); }
+  std::u16string title() const override { return state_.title; }
+  Rect windowRect() const override { return state_.frame; }
+  void moveTo(int left, int top) override {
+    state_.frame = {left, top, left + state_.frame.width(), top + state_.frame.height()};
+    touch();
+  }
+  void resize(int width, int height) override {
+    state_.frame.right = state_.frame.left + std::max(0, width);
+    state_.frame.bottom = state_.frame.top + std::max(0, height);
+    touch();
+  }
+  void setMinimumSize(int width, int height) override {
+    state_.minWidth = width, state_.minHeight = height;
+    touch();
+  }
+  void show() override {
+    state_.visible = true;
+    if (!state_.item(state_.focus)) focusFirstField();
+    touch();
+    flush();
+    if (!opened_) {
+      opened_ = true;
+      traceWindow("open", state_, native_.get());
+      traced_ = state_.generation;
+    }
+  }
+  void hide() override { state_.visible = false, touch(); }
+  bool visible() const override { return state_.visible; }
+  void bringToFront() override {
+    touch();
+    flush();
+  }
+  void commit() override {
+    flush();
+    if (opened_ && state_.generation != traced_) {
+      traceWindow("state", state_, native_.get());
+      traced_ = state_.generation;
+    }
+    backend().pump();
+  }
+
+  bool hasItem(int n) const override { return state_.item(n) != nullptr; }
+  ItemKind itemKind(int n) const override {
+    const ItemState* i = state_.item(n);
+    return i ? i->kind : ItemKind::Text;
+  }
+  void setItemVisible(int n, bool visible) override {
+    change(n, [&](ItemState& i) { i.visible = visible; });
+  }
+  bool itemVisible(int n) const override { return read(n, &ItemState::visible, false); }
+  void setItemEnabled(int n, bool enabled) override {
+    change(n, [&](ItemState& i) { i.enabled = enabled; });
+  }
+  bool itemEnabled(int n) const override { return read(n, &ItemState::enabled, false); }
+  void setItemText(int n, const std::u16string& text) override {
+    change(n, [&](ItemState& i) {
+      i.text = text;
+      i.selStart = i.selEnd = static_cast<int>(text.size());
+    });
+  }
+  std::u16string itemText(int n) const override {
+    return read(n, &ItemState::text, std::u16string());
+  }
+  void setItemValue(int n, std::int32_t value) override {
+    change(n, [&](ItemState& i) { i.value = value; });
+  }
+  std::int32_t itemValue(int n) const override { return read(n, &ItemState::value, 0); }
+  void setItemMaximum(int n, std::int32_t maximum) override {
+    change(n, [&](ItemState& i) { i.max = maximum; });
+  }
+  std::int32_t itemMaximum(int n) const override { return read(n, &ItemState::max, 0); }
+  void setItemRect(int n, const Rect& rect) override {
+    change(n, [&](ItemState& i) { i.rect = rect; });
+  }
+  Rect itemRect(int n) const override { return read(n, &ItemState::rect, Rect{}); }
+  void setDefaultItem(int n) override { state_.defaultItem = n, touch(); }
+  int defaultItem() const override { return state_.defaultItem; }
+  void setFocus(int n) override { state_.focus = n, touch(); }
+  int focus() const override { return state_.focus; }
+
+  void setMasked(int n, bool masked) override {
+    change(n, [&](ItemState& i) { i.masked = masked; });
+  }
+  void setSelection(int n, int start, int end) override {
+    change(n, [&](ItemState& i) {
+      const int length = static_cast<int>(i.text.size());
+      i.selStart = std::clamp(start, 0, length);
+      i.selEnd = std::clamp(end, i.selStart, length);
+    });
+  }
+  std::pair<int, int> selection(int n) const override {
+    const ItemState* i = state_.item(n);
+    return i ? std::pair{i->selStart, i->selEnd} : std::pair{0, 0};
+  }
+  void replaceSelection(int n, const std::u16string& text) override {
+    change(n, [&](ItemState& i) {
+      const int length = static_cast<int>(i.text.size());
+      int start = std::clamp(i.selStart, 0, length);
+      int end = std::clamp(i.selEnd, start, length);
+      i.text.replace(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start), text);
+      i.selStart = i.selEnd = start + static_cast<int>(text.size());
+    });
+  }
+
+  void setMenu(int n, const std::vector<std::u16string>& entries) override {
+    change(n, [&](ItemState& i) { i.menu = entries; });
+  }
+  std::vector<std::u16string> menu(int n) const override { return read(n, &ItemState::menu, {}); }
+
+  void setRows(int n, const std::vector<std::u16string>& rows) override {
+    change(n, [&](ItemState& i) {
+      i.rows = rows;
+      if (i.selectedRow >= static_cast<int>(rows.size())) i.selectedRow = -1;
+    });
+  }
+  std::vector<std::u16string> rows(int n) const override { return read(n, &ItemState::rows, {}); }
+  void selectRow(int n, int row) override {
+    change(n, [&](ItemState& i) {
+      i.selectedRow = row >= 0 && row < static_cast<int>(i.rows.size()) ? row : -1;
+    });
+  }
+  int selectedRow(int n) const override { return read(n, &ItemState::selectedRow, -1); }
+
+  int textContentHeight(int n) const override {
+    if (!state_.item(n)) return 0;
+    const_cast<Window*>(this)->flush();
+    return native_->textContentHeight(state_, n);
+  }
+  int textViewHeight(int n) const override {
+    const ItemState* i = state_.item(n);
+    return i ? std::max(0, i->rect.height() - 8) : 0;
+  }
+  int textScroll(int n) const override { return read(n, &ItemState::scroll, 0); }
+  void scrollTextTo(int n, int pixels) override {
+    const int most = std::max(0, textContentHeight(n) - textViewHeight(n));
+    change(n, [&](ItemState& i) { i.scroll = std::clamp(pixels, 0, most); });
+  }
+  void scrollSelectionIntoView(int n) override {
+    const ItemState* i = state_.item(n);
+    if (!i) return;
+    const int caret = std::clamp(i->selEnd, 0, static_cast<int>(i->text.size()));
+    const int line =
+        wrappedLineCount(i->text.substr(0, static_cast<std::size_t>(caret)), i->rect.width() - 8) -
+        1;
+    const int top = line * kLineHeight;
+    const int view = textViewHeight(n);
+    int scroll = i->scroll;
+    if (top < scroll) scroll = top;
+    if (top + kLineHeight > scroll + view) scroll = top + kLineHeight - view;
+    scrollTextTo(n, scroll);
+  }
+
+  void setPageSize(int n, int page) override {
+    change(n, [&](ItemState& i) { i.page = page; });
+  }
+
+  void setIndeterminate(int n, bool indeterminate) override {
+    change(n, [&](ItemState& i) { i.indeterminate = indeterminate; });
+  }
+  bool indeterminate(int n) const override { return read(n, &ItemState::indeterminate, false); }
+  void animateStep(int n) override {
+    change(n, [&](ItemState& i) {
+      if (i.indeterminate) ++i.animation;
+    });
+  }
+
+  void setIcon(int n, IconKind icon, const Image* custom) override {
+    change(n, [&](ItemState& i) {
+      i.icon = icon;
+      i.image = custom ? std::make_shared<const Image>(*custom) : nullptr;
+    });
+  }
+  IconKind icon(int n) const override { return read(n, &ItemState::icon, IconKind::None); }
+
+  Event nextEvent(Tick deadline) override {
+    flush();
+    Session& s = session();
+    if (s.stopped) throw NoAnswerLeft(s.stopMessage);
+    Backend& b = backend();
+    auto passed = [&] { return deadline != kNoDeadline && b.ticks() >= deadline; };
+    for (;;) {
+      if (passed()) return {};
+      if (!s.expanded.empty()) {
+        Answer a = s.expanded.front();
+        s.expanded.pop_front();
+        return native_->inject(state_, a);
+      }
+      if (s.waitLeft > 0) {
+        const Tick target = b.ticks() + s.waitLeft;
+        b.waitUntil(deadline != kNoDeadline ? std::min(target, deadline) : target);
+        const Tick now = b.ticks();
+        s.waitLeft = now >= target ? 0 : target - now;
+        continue;
+      }
+      if (!s.answers.empty()) {
+        traceWindow("state", state_, native_.get());
+        traced_ = state_.generation;
+        Answer a = s.answers.front();
+        s.answers.pop_front();
+        switch (a.kind) {
+          case Answer::Kind::Wait:
+            s.waitLeft = a.ticks;
+            continue;
+          case Answer::Kind::Type:
+            for (char16_t c : a.text) {
+              Answer key;
+              key.kind = Answer::Kind::Key;
+              key.character = c;
+              key.source = a.source;
+              s.expanded.push_back(key);
+            }
+            continue;
+          case Answer::Kind::Paste: {
+            b.setClipboardText(a.text);
+            Answer key;
+            key.kind = Answer::Kind::Key;
+            key.character = u'v';
+            key.modifiers = kModCommand;
+            key.source = a.source;
+            s.expanded.push_back(key);
+            continue;
+          }
+          default:
+            return native_->inject(state_, a);
+        }
+      }
+      if (scripted()) {
+        if (deadline != kNoDeadline) {
+          b.waitUntil(deadline);
+          return {};
+        }
+        throw stopRun("mosa: dialog " + std::to_string(state_.id) +
+                      " waits for an answer and none is left");
+      }
+      return native_->waitEvent(state_, deadline);
+    }
+  }
+
+  Outcome handleDefault(const Event& event) override {
+    Outcome out = native_->applyDefault(state_, event);
+    touch();
+    return out;
+  }
+
+ private:
+  void touch() {
+    ++state_.generation;
+    dirty_ = true;
+  }
+  void flush() {
+    if (dirty_) {
+      dirty_ = false;
+      native_->update(state_);
+    }
+  }
+  template <class F>
+  void change(int n, F&& f) {
+    if (ItemState* i = state_.item(n)) {
+      f(*i);
+      touch();
+    }
+  }
+  template <class T>
+  T read(int n, T ItemState::*field, T fallback) const {
+    const ItemState* i = state_.item(n);
+    return i ? i->*field : fallback;
+  }
+  void focusFirstField() {
+    for (ItemState& i : state_.items) {
+      if ((i.kind == ItemKind::Edit || i.kind == ItemKind::TextArea) && i.visible && i.enabled) {
+        state_.focus = i.n;
+        if (i.kind == ItemKind::Edit) i.selStart = 0, i.selEnd = static_cast<int>(i.text.size());
+        return;
+      }
+    }
+  }
+
+  WindowState state_;
+  std::unique_ptr<BackendWindow> native_;
+  bool opened_ = false;
+  bool dirty_ = true;
+  std::uint64_t traced_ = 0;
+};
+
+}  // namespace
+}  // namespace toolkit::detail
+
+namespace toolkit {
+
+std::unique_ptr<DialogWindow> DialogWindow::create(const DialogTemplate& tmpl, bool persistent) {
+  detail::Backend& b = detail::backend();
+  detail::WindowState state;
+  state.id = tmpl.id;
+  state.title = tmpl.title;
+  state.resizable = tmpl.resizable;
+  state.persistent = persistent;
+  state.minWidth = state.minHeight = 0;
+  const Rect screen = b.screenBounds();
+  const int left = screen.left + (screen.width() - tmpl.width) / 2;
+  const int top = screen.top + std::max(0, (screen.height() - tmpl.height) / 3);
+  state.frame = {left, top, left + tmpl.width, top + tmpl.height};
+  for (const ItemTemplate& t : tmpl.items) {
+    detail::ItemState item;
+    item.n = t.number;
+    item.kind = t.kind;
+    item.rect = t.rect;
+    item.text = t.text;
+    item.selStart = item.selEnd = static_cast<int>(t.text.size());
+    state.items.push_back(std::move(item));
+  }
+  auto native = b.createWindow(state);
+  if (!native) return nullptr;
+  return std::make_unique<detail::Window>(std::move(state), std::move(native));
+}
+
+}  // namespace toolkit
