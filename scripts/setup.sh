@@ -9,7 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev libgl-dev fonts-dejavu-core
   libjpeg62-turbo-dev libturbojpeg0-dev
-  libedit-dev libcli11-dev nlohmann-json3-dev libicu-dev libgmp-dev
+  libedit-dev libcli11-dev nlohmann-json3-dev libicu-dev libgmp-dev libgmp-dev
 )
 
 missing=()

@@ -14,6 +14,14 @@ const DataObj& emptyData() {
   return empty;
 }
 
+const FixPtObj& numberOf(const DataObj& d) {
+  if (d.numberStale) {
+    parseNumber(d.text.s, d.number.v);
+    d.numberStale = false;
+  }
+  return d.number;
+}
+
 }  // namespace fmwrapper::detail
 
 namespace {
@@ -34,15 +42,16 @@ bool validType(int32 type) {
 
 void setText(DataObj& d, const std::u16string& s, int32 type) {
   d.text.s = s;
-  parseNumber(s, d.number.v);
+  d.numberStale = true;
   d.binary.streams.clear();
   d.type = type;
   // A number given as text reads as the number it holds.
-  if (isNumeric(type)) d.text.s = formatNumber(d.number.v, d.number.precision);
+  if (isNumeric(type)) d.text.s = formatNumber(numberOf(d).v, d.number.precision);
 }
 
 void setNumber(DataObj& d, const FixPtObj& n, int32 type) {
   d.number = n;
+  d.numberStale = false;
   d.text.s = formatNumber(n.v, n.precision);
   d.binary.streams.clear();
   d.type = type;
@@ -77,11 +86,11 @@ const fmx::Text& FM_Data_GetAsText(const void* p, _fmxcpt& _x) noexcept {
 
 const fmx::FixPt& FM_Data_GetAsNumber(const void* p, _fmxcpt& _x) noexcept {
   return *guard(_x, reinterpret_cast<const fmx::FixPt*>(&emptyData().number),
-                [&] { return reinterpret_cast<const fmx::FixPt*>(&self(p).number); });
+                [&] { return reinterpret_cast<const fmx::FixPt*>(&numberOf(self(p))); });
 }
 
 bool FM_Data_GetAsBoolean(const void* p, _fmxcpt& _x) noexcept {
-  return guard(_x, false, [&] { return mpq_sgn(self(p).number.v) != 0; });
+  return guard(_x, false, [&] { return mpq_sgn(numberOf(self(p)).v) != 0; });
 }
 
 const fmx::BinaryData& FM_Data_GetBinaryData(const void* p, _fmxcpt& _x) noexcept {
@@ -112,7 +121,7 @@ void FM_Data_ConvertData(void* p, int32 nativeType, _fmxcpt& _x) noexcept {
       d.type = nativeType;
       return;
     }
-    if (isNumeric(nativeType)) d.text.s = formatNumber(d.number.v, d.number.precision);
+    if (isNumeric(nativeType)) d.text.s = formatNumber(numberOf(d).v, d.number.precision);
     d.binary.streams.clear();
     d.type = nativeType;
   });
@@ -155,6 +164,7 @@ fmx::errcode FM_Data_SetBinaryData(void* p, const fmx::BinaryData& binaryData,
     d.binary = std::move(copy);
     d.text.s.clear();
     mpq_set_ui(d.number.v, 0, 1);
+    d.numberStale = false;
     if (forceBinaryNativeType || d.type == fmx::Data::kDTInvalid) d.type = fmx::Data::kDTBinary;
     return kNoError;
   });
@@ -184,7 +194,7 @@ bool FM_Data_operatorEQ(const void* p, const fmx::Data& compareWith, _fmxcpt& _x
     const DataObj& a = self(p);
     const DataObj& b = data(compareWith);
     if (a.type != b.type) return false;
-    if (isNumeric(a.type)) return mpq_equal(a.number.v, b.number.v) != 0;
+    if (isNumeric(a.type)) return mpq_equal(numberOf(a).v, numberOf(b).v) != 0;
     if (a.type == fmx::Data::kDTBinary) {
       if (a.binary.streams.size() != b.binary.streams.size()) return false;
       for (std::size_t i = 0; i < a.binary.streams.size(); ++i) {

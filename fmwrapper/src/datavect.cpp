@@ -68,12 +68,13 @@ const fmx::Text* FM_DataVect_AtAsText(const void* self, uint32 position, _fmxcpt
 }
 
 const fmx::FixPt* FM_DataVect_AtAsNumber(const void* self, uint32 position, _fmxcpt& _x) noexcept {
-  return guard(_x, reinterpret_cast<const fmx::FixPt*>(&emptyData().number),
-               [&] { return reinterpret_cast<const fmx::FixPt*>(&item(self, position).number); });
+  return guard(_x, reinterpret_cast<const fmx::FixPt*>(&emptyData().number), [&] {
+    return reinterpret_cast<const fmx::FixPt*>(&numberOf(item(self, position)));
+  });
 }
 
 bool FM_DataVect_AtAsBoolean(const void* self, uint32 position, _fmxcpt& _x) noexcept {
-  return guard(_x, false, [&] { return mpq_sgn(item(self, position).number.v) != 0; });
+  return guard(_x, false, [&] { return mpq_sgn(numberOf(item(self, position)).v) != 0; });
 }
 
 const fmx::BinaryData* FM_DataVect_AtAsBinaryData(const void* self, uint32 position,

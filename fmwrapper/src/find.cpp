@@ -67,8 +67,10 @@ struct Folded {
   // position after the last character folded.
   std::size_t append(std::u16string_view text, std::size_t from, std::size_t count) {
     const std::size_t end = std::min(text.size(), from + count);
+    units.reserve(units.size() + (end - from));
+    origin.reserve(units.capacity());
     std::size_t i = from;
-    while (i < text.size() && (i < end)) {
+    while (i < end) {
       const char16_t u = text[i];
       const auto at = static_cast<fmx::uint32>(i);
       if (U16_IS_LEAD(u) && i + 1 < text.size() && U16_IS_TRAIL(text[i + 1])) {
@@ -78,17 +80,27 @@ struct Folded {
         i += 2;
       } else {
         const FoldEntry& e = bmpFold(u);
-        units.append(e.units.data(), e.len);
-        origin.insert(origin.end(), e.len, at);
+        for (std::uint8_t k = 0; k < e.len; ++k) {
+          units.push_back(e.units[k]);
+          origin.push_back(at);
+        }
         i += 1;
       }
     }
     return i;
   }
 
+  void clear() {
+    units.clear();
+    origin.clear();
+  }
+
   bool startsChar(std::size_t i) const { return i == 0 || origin[i] != origin[i - 1]; }
   bool endsChar(std::size_t e) const { return e == units.size() || origin[e] != origin[e - 1]; }
 };
+
+// The folded text of the last search, kept so that its memory is reused by the next one.
+thread_local Folded tScratch;
 
 }  // namespace
 
@@ -106,7 +118,8 @@ fmx::uint32 findForward(std::u16string_view text, std::u16string_view pattern, f
     return hit == kNpos ? fmx::kNotFound : static_cast<fmx::uint32>(hit);
   }
   const std::u16string needle = foldCase(pattern);
-  Folded hay;
+  Folded& hay = tScratch;
+  hay.clear();
   std::size_t next = position;
   std::size_t searchFrom = 0;
   std::size_t chunk = std::max<std::size_t>(4096, needle.size() * 4);
@@ -134,8 +147,11 @@ fmx::uint32 findBackward(std::u16string_view text, std::u16string_view pattern,
     return hit == kNpos ? fmx::kNotFound : static_cast<fmx::uint32>(hit);
   }
   const std::u16string needle = foldCase(pattern);
-  Folded hay;
-  hay.append(text, 0, text.size());
+  // A match that starts at or before `position` ends within needle.size() characters of it,
+  // since every character folds to at least one unit.
+  Folded& hay = tScratch;
+  hay.clear();
+  hay.append(text, 0, std::size_t{position} + needle.size() + 1);
   const std::u16string_view folded(hay.units);
   if (folded.size() < needle.size()) return fmx::kNotFound;
   // The last folded unit that comes from a character at or before `position`.

@@ -55,12 +55,13 @@ struct BinaryObj {
   std::vector<Stream> streams;
 };
 
-// A calculation value. The text and number forms are both kept current so that GetAsText and
-// GetAsNumber can hand out references that stay valid until the value changes.
+// A calculation value. GetAsText and GetAsNumber hand out references to the text and number
+// forms, valid until the value changes. The number form of a text is read when first asked for.
 struct DataObj {
   fmx::int32 type = fmx::Data::kDTInvalid;
   TextObj text;
-  FixPtObj number;
+  mutable FixPtObj number;
+  mutable bool numberStale = false;
   BinaryObj binary;
   LocaleObj locale;
 };
@@ -73,6 +74,8 @@ struct ExprEnvObj {};
 
 // A process-wide empty value, answered by look-ups that fail.
 const DataObj& emptyData();
+// The number form of a value, read from its text when needed.
+const FixPtObj& numberOf(const DataObj& d);
 
 template <typename Obj, typename Handle>
 Obj* obj(Handle* h) {

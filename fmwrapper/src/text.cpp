@@ -98,7 +98,7 @@ void FM_Text_GetUnicode(const void* self, fmx::uint16* s, uint32 position, uint3
   guardVoid(_x, [&] {
     if (!s) return;
     const std::u16string_view r = range(text(self).s, position, size);
-    std::memcpy(s, r.data(), r.size() * sizeof(char16_t));
+    if (!r.empty()) std::memcpy(s, r.data(), r.size() * sizeof(char16_t));
   });
 }
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "fmx/FMWrapper.h"
+#include "toolkit/dialog.h"
 #include "toolkit/image.h"
 
 // Icon selector values of the switch record.
@@ -32,3 +33,14 @@ extern unsigned char gIconServicesAvailable;
 const toolkit::Image* Zk7CustomIconImage();
 // Disposes of the custom picture; returns 0.
 std::int16_t Zk7DeleteAllCustomIconData();
+// Disposes of the custom picture, then (when `set`) stores a new one from argument 2: a PICT
+// stream as given, else a JPEG stream converted; GIF is refused. Returns an error number.
+std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args);
+// Converts the JPEG stream at `index`; on success `*picture` is a new picture (or stays null when
+// the stream is empty).
+std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
+                                 Zk7Picture** picture);
+// Draws the icon that `selector` (the switch record's icon value) names into icon item `item`:
+// 32042 nothing, 32001 the custom picture when one is stored and drawable, else the note, caution
+// or stop icon (by type with icon services, by classic number without). Anything else: nothing.
+void Zk7_Mac_IconUserItem(toolkit::DialogWindow& dialog, int item, std::int32_t selector);

@@ -7,8 +7,8 @@
 #include "fmx/FMWrapper.h"
 #include "util/hosttext.h"
 
-constexpr int kMosaEntries = 9;      // labels, inputs and pop-ups are numbered 1 to 9
-constexpr int kMosaRowUnits = 256;   // 255 UTF-16 units and a terminating zero
+constexpr int kMosaEntries = 9;     // labels, inputs and pop-ups are numbered 1 to 9
+constexpr int kMosaRowUnits = 256;  // 255 UTF-16 units and a terminating zero
 constexpr std::int32_t kMosaNoSelection = -42;
 
 extern UniChar gLabelTextsUNI[kMosaEntries][kMosaRowUnits];
@@ -24,7 +24,9 @@ extern unsigned char gAnimateWindPosition;
 extern std::int16_t gLeft;
 extern std::int16_t gTop;
 
-extern char gInitialSelectStr[256];
+// The list pre-selection, kept in UTF-16 like the list's items so that any item can be named.
+extern UniChar gInitialSelectStr[kMosaRowUnits];
+constexpr std::uint32_t kDefaultDefunctTicks = 1800;  // 30 seconds
 extern std::uint32_t gProgressDefunctTicks;
 
 extern std::int32_t gLastButtonNumberClicked;

@@ -24,3 +24,14 @@ void XP_CToCStrConcat(const char* src, char* dst, std::int32_t maxLen);
 void XP_NumToCString(long value, char* dst);
 void XP_ReplaceChars(char* s, char from, char to);
 char XP_tolower(char c);
+void XP_BlockMoveData(const void* src, void* dst, std::int32_t count);
+
+// Pascal strings: a length byte, then up to 255 characters.
+void XP_PStrCopy(const unsigned char* src, unsigned char* dst);
+void XP_PStrConcat(const unsigned char* src, unsigned char* dst);
+// In place: the length byte is dropped and a terminator added.
+void XP_PToCStr(unsigned char* s);
+void XP_PToCStrCopy(const unsigned char* src, char* dst);
+// In place: at most 255 characters are kept.
+void XP_CToPStr(char* s);
+void XP_CToPStrCopy(const char* src, unsigned char* dst);

@@ -5,11 +5,11 @@
 
 enum : fmx::int32 {
   kErrNone = 0,
-  kErrParam = -50,         // missing or bad argument
-  kErrTooMuch = -92,       // bad limits or too much data
-  kErrMemory = -108,       // out of memory
+  kErrParam = -50,    // missing or bad argument
+  kErrTooMuch = -92,  // bad limits or too much data
+  kErrMemory = -108,  // out of memory
   kErrNoPictureService = -2020,
-  kErrRefused = -4243,     // a request the function refuses
+  kErrRefused = -4243,  // a request the function refuses
   kErrNoDialogResource = -4246
 };
 

@@ -158,3 +158,34 @@ TEST(Text, Utf8Helpers) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Text, SingleByteEncodingsRoundTripEveryByte) {
+  struct Case {
+    fmx::int32 encoding;
+    std::string undefined;  // bytes the encoding leaves undefined
+  };
+  const Case cases[] = {{fmx::Text::kEncoding_Native, ""},
+                        {fmx::Text::kEncoding_ASCII_Mac, ""},
+                        {fmx::Text::kEncoding_ASCII_DOS, ""},
+                        {fmx::Text::kEncoding_ISO_8859_1, ""},
+                        {fmx::Text::kEncoding_ASCII_Windows, "\x81\x8D\x8F\x90\x9D"}};
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.encoding);
+    std::string all;
+    for (int b = 1; b < 256; ++b) {
+      if (c.undefined.find(static_cast<char>(b)) == std::string::npos) {
+        all.push_back(static_cast<char>(b));
+      }
+    }
+    fmx::TextUniquePtr t;
+    t->Assign(all.c_str(), c.encoding);
+    EXPECT_EQ(t->GetSize(), all.size());
+    std::string back(all.size() + 1, '\0');
+    t->GetBytes(back.data(), static_cast<fmx::uint32>(back.size()), 0, fmx::kSize_End, c.encoding);
+    EXPECT_EQ(std::string(back.c_str()), all);
+  }
+}
+
+}  // namespace

@@ -53,6 +53,11 @@ class ExprEnv {
 
 }  // namespace fmx
 
+// The host interface returns references from some C functions, as the host's own interface does.
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
 extern "C" {
 fmx::DataVect* FM_DataVect_Constructor1(fmx::_fmxcpt& _x) noexcept;
 fmx::uint32 FM_DataVect_Size(const void* self, fmx::_fmxcpt& _x) noexcept;
@@ -83,6 +88,9 @@ fmx::errcode FM_ExprEnv_UnRegisterExternalFunction(const fmx::QuadChar& pluginId
                                                    fmx::int16 functionId, fmx::_fmxcpt& _x) noexcept;
 void FM_ExprEnv_Delete(void* self, fmx::_fmxcpt& _x) noexcept;
 }
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
 namespace fmx {
 

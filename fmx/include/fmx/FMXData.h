@@ -46,6 +46,11 @@ class Data {
 
 }  // namespace fmx
 
+// The host interface returns references from some C functions, as the host's own interface does.
+#if defined(__clang__)
+#pragma clang diagnostic push
+#pragma clang diagnostic ignored "-Wreturn-type-c-linkage"
+#endif
 extern "C" {
 fmx::Data* FM_Data_Constructor1(fmx::_fmxcpt& _x) noexcept;
 bool FM_Data_IsEmpty(const void* self, fmx::_fmxcpt& _x) noexcept;
@@ -68,6 +73,9 @@ fmx::Data* FM_Data_operatorAS(void* self, const fmx::Data& source, fmx::_fmxcpt&
 bool FM_Data_operatorEQ(const void* self, const fmx::Data& compareWith, fmx::_fmxcpt& _x) noexcept;
 void FM_Data_Delete(void* self, fmx::_fmxcpt& _x) noexcept;
 }
+#if defined(__clang__)
+#pragma clang diagnostic pop
+#endif
 
 namespace fmx {
 

@@ -1,0 +1,3 @@
+target_link_libraries(bench_frame_startup PRIVATE mosa_core)
+target_compile_definitions(bench_frame_startup PRIVATE MOSA_BENCH_BUNDLE="${CMAKE_BINARY_DIR}/bin")
+add_dependencies(bench_frame_startup mosa_resources)

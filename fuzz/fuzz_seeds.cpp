@@ -1,0 +1,102 @@
+// Writes the seed corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer: valid
+// pictures of each kind, and truncated, oversized and corrupt ones.
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "picture_writer.h"
+
+using namespace pictwriter;
+namespace fs = std::filesystem;
+
+namespace {
+
+void write(const fs::path& dir, const std::string& name, const Bytes& bytes) {
+  std::ofstream out(dir / name, std::ios::binary);
+  out.write(reinterpret_cast<const char*>(bytes.data()),
+            static_cast<std::streamsize>(bytes.size()));
+}
+
+// The damaged variants of one valid seed.
+void writeFamily(const fs::path& dir, const std::string& name, const Bytes& valid) {
+  write(dir, name, valid);
+  write(dir, name + "-truncated",
+        Bytes(valid.begin(), valid.begin() + static_cast<long>(valid.size() / 2)));
+  Bytes corrupt = valid;
+  for (std::size_t i = 12; i < corrupt.size(); i += 37) corrupt[i] ^= 0x5A;
+  write(dir, name + "-corrupt", corrupt);
+}
+
+Bytes wrappedJpeg(const Bytes& jpeg, Rect frame) {
+  Writer qt;
+  qt.u16(0);
+  for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);
+  qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
+  qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
+  qt.u16(static_cast<unsigned>(frame.right)).u16(static_cast<unsigned>(frame.bottom));
+  qt.u32(0x00480000).u32(0x00480000).u32(static_cast<std::uint32_t>(jpeg.size())).u16(1);
+  for (int i = 0; i < 32; ++i) qt.u8(0);
+  qt.u16(24).u16(0xFFFF).append(jpeg);
+  Writer w;
+  w.beginV2(frame).u16(0x8200).u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes);
+  return w.endV2().bytes;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: fuzz_seeds DIR\n";
+    return 2;
+  }
+  const fs::path pictDir = fs::path(argv[1]) / "pict_fuzzer";
+  const fs::path jpegDir = fs::path(argv[1]) / "jpeg_fuzzer";
+  fs::create_directories(pictDir);
+  fs::create_directories(jpegDir);
+
+  auto pixels = solid(24, 6, 0x336699);
+  for (std::size_t x = 0; x < 24; x += 3) pixels[2][x] = 0xFFFFFF;
+  const Rect frame{0, 0, 6, 24};
+  for (unsigned packType : {1u, 2u, 4u}) {
+    Writer w;
+    w.beginV2(frame).direct32(frame, pixels, packType, packType == 4 ? 4 : 3, frame).endV2();
+    writeFamily(pictDir, "direct" + std::to_string(packType), w.bytes);
+  }
+  Bytes row(24, 2);
+  row[5] = 1;
+  Writer indexed;
+  indexed.beginV2(frame).indexedPixMap(frame, 8, {0, 0xFF0000, 0x00FF00},
+                                       std::vector<Bytes>(6, row), true, frame);
+  writeFamily(pictDir, "indexed8", indexed.endV2().bytes);
+  Writer bits;
+  bits.beginV2(frame).indexedPixMap(frame, 1, {0xFFFFFF, 0},
+                                    std::vector<Bytes>(6, Bytes{0xF0, 0x0F, 0xAA}), false, frame);
+  writeFamily(pictDir, "indexed1", bits.endV2().bytes);
+  Writer v1;
+  v1.beginV1({0, 0, 2, 8})
+      .u8(0x90)
+      .u16(2)
+      .rect({0, 0, 2, 16})
+      .rect({0, 0, 2, 8})
+      .rect({0, 0, 2, 8});
+  v1.u16(0).u8(0x0F).u8(0xF0).u8(0x55).u8(0xAA).u8(0xFF);
+  writeFamily(pictDir, "v1bitmap", v1.bytes);
+
+  const Bytes jpeg = makeJpeg(pixels);
+  writeFamily(pictDir, "quicktime-jpeg", wrappedJpeg(jpeg, frame));
+  Writer oversized;
+  oversized.beginV2({0, 0, 8000, 8000}).direct32({0, 0, 4000, 24}, pixels, 4, 3, frame).endV2();
+  write(pictDir, "oversized", oversized.bytes);
+
+  writeFamily(jpegDir, "colour", jpeg);
+  writeFamily(jpegDir, "grey", makeJpeg(pixels, true));
+  Bytes wide = jpeg;
+  for (std::size_t i = 0; i + 8 < wide.size(); ++i)
+    if (wide[i] == 0xFF && wide[i + 1] == 0xC0) {
+      wide[i + 5] = wide[i + 7] = 0x7F;
+      break;
+    }
+  write(jpegDir, "oversized", wide);
+  return 0;
+}

@@ -1,0 +1,12 @@
+// JPEG decoding on arbitrary bytes.
+#include <cstddef>
+#include <cstdint>
+
+#include "toolkit/picture.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  toolkit::Image image;
+  const auto status = toolkit::picture::decodeJpeg({data, size}, image);
+  if (status != toolkit::picture::Status::Ok && !image.empty()) __builtin_trap();
+  return 0;
+}

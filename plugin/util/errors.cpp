@@ -1,0 +1,20 @@
+#include "util/errors.h"
+
+#include <cstdio>
+
+void XP7_OSErrLToTxt(long err, fmx::TextAutoPtr& out) {
+  char text[32];
+  if (err == 0) {
+    std::snprintf(text, sizeof text, "0");
+  } else {
+    std::snprintf(text, sizeof text, "$$%ld", err);
+  }
+  out->Assign(text, fmx::Text::kEncoding_ASCII_Mac);
+}
+
+void XP7_OSErrLToData(long err, fmx::Data& result) {
+  fmx::TextAutoPtr text;
+  XP7_OSErrLToTxt(err, text);
+  fmx::LocaleAutoPtr locale(fmx::Locale::kType_None);
+  result.SetAsText(*text, *locale, fmx::Data::kDTText);
+}

@@ -1,0 +1,230 @@
+// Start-up, registration, get-string, dispatch and shut-down, driven through the entry point.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "frame/frame.h"
+#include "host_fixture.h"
+#include "toolkit/platform.h"
+
+using namespace mosa_test;
+
+namespace {
+
+struct Alert {
+  std::int16_t id;
+  long number;
+  std::string text;
+  std::int16_t resFile;
+};
+std::vector<Alert> gAlerts;
+
+void recordAlert(std::int16_t id, long number, const std::string& text) {
+  gAlerts.push_back({id, number, text, XP_CurResFile()});
+}
+
+class Lifecycle : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    setenv("MOSA_LANGUAGE", "en", 1);
+    fmwrapper::clearRegistrations();
+    gAlerts.clear();
+    gXP_AlertHook = recordAlert;
+  }
+  void TearDown() override {
+    shutdown();
+    gXP_AlertHook = nullptr;
+    for (auto s : {toolkit::platform::Service::Toolkit, toolkit::platform::Service::ToolkitVersion,
+                   toolkit::platform::Service::JpegDecoder}) {
+      toolkit::platform::setServiceDisabled(s, false);
+    }
+  }
+};
+
+std::vector<fmx::int16> registeredIds() {
+  std::vector<fmx::int16> ids;
+  for (const auto& r : fmwrapper::registrations()) ids.push_back(r.functionId);
+  return ids;
+}
+
+}  // namespace
+
+TEST_F(Lifecycle, AcceptsExtensionVersions50To255Only) {
+  for (fmx::int16 v : {49, 256, -1, 0, 32767}) {
+    EXPECT_EQ(init(v), -1) << v;
+    EXPECT_TRUE(fmwrapper::registrations().empty()) << v;
+  }
+  for (fmx::int16 v : {50, 255}) {
+    EXPECT_EQ(init(v), 51) << v;
+    EXPECT_EQ(fmwrapper::registrations().size(), 20u) << v;
+    EXPECT_EQ(gAppVersion, v);
+    shutdown();
+    EXPECT_TRUE(fmwrapper::registrations().empty());
+  }
+  EXPECT_TRUE(gAlerts.empty());
+}
+
+TEST_F(Lifecycle, RegistersTwentyEntriesWithNamesPrototypesCountsAndFlags) {
+  ASSERT_EQ(init(60), 51);
+  const auto regs = fmwrapper::registrations();
+  ASSERT_EQ(regs.size(), 20u);
+  struct Expected {
+    fmx::int16 id;
+    const char* name;
+    fmx::int16 min, max;
+  };
+  const Expected expected[] = {
+      {4300, "Mosa_BigInputDialog", 2, 7}, {4301, "Mosa_DelayTicks", 2, 2},
+      {4302, "Mosa_Dialog", 2, 6},         {4303, "Mosa_FlashDialog", 3, 3},
+      {4304, "Mosa_GetButton", 1, 1},      {4305, "Mosa_GetInput", 1, 1},
+      {4306, "Mosa_GetPopup", 1, 1},       {4307, "Mosa_IconControl", 2, 2},
+      {4308, "Mosa_InputDialog", 4, 7},    {4309, "Mosa_ListDialog", 3, 7},
+      {4310, "Mosa_ProgressBar", 2, 4},    {4311, "Mosa_SetDialogTitle", 2, 2},
+      {4312, "Mosa_SetInput", 1, 10},      {4313, "Mosa_SetLabels", 2, 10},
+      {4314, "Mosa_SetListInput", 2, 2},   {4315, "Mosa_SetPopup", 2, 2},
+      {4316, "Mosa_SetPosition", 1, 3},    {4317, "Mosa_SetPreference", 2, 2},
+      {0, "Mosa_Version", 0, 0},           {1, "Mosa_Version", 1, 1}};
+  for (std::size_t i = 0; i < 20; ++i) {
+    SCOPED_TRACE(expected[i].name);
+    EXPECT_EQ(regs[i].pluginId, "Z7mo");
+    EXPECT_EQ(regs[i].functionId, expected[i].id);
+    EXPECT_EQ(toUtf8(regs[i].name), expected[i].name);
+    EXPECT_EQ(regs[i].minArgs, expected[i].min);
+    EXPECT_EQ(regs[i].maxArgs, expected[i].max);
+    EXPECT_EQ(regs[i].flags, i < 18 ? 0xE900u : 0xFF01u);
+    EXPECT_NE(regs[i].function, nullptr);
+    const std::string prototype = toUtf8(regs[i].prototype);
+    EXPECT_EQ(prototype.rfind(expected[i].name, 0), 0u) << prototype;
+  }
+  EXPECT_EQ(toUtf8(regs[2].prototype),
+            "Mosa_Dialog(switches ; message { ; button1 ; button2 ; button3 ; button4 })");
+  EXPECT_EQ(toUtf8(regs[18].prototype), "Mosa_Version");
+}
+
+TEST_F(Lifecycle, FailingPlatformChecksShowTheirAlertAndKeepThePluginDisabled) {
+  using toolkit::platform::Service;
+  struct Case {
+    Service service;
+    std::int16_t alert;
+    long number;
+    const char* words;
+  };
+  for (const Case& c : {Case{Service::Toolkit, 1251, 0, "newer system library"},
+                        Case{Service::ToolkitVersion, 1251, 0, "newer system library"},
+                        Case{Service::JpegDecoder, 24213, -2020, "(error -2020)"}}) {
+    gAlerts.clear();
+    toolkit::platform::setServiceDisabled(c.service, true);
+    EXPECT_EQ(callEntry(kFMXT_Init, buildBundle(), 60, 0, 0, 0, 0, 7),
+              static_cast<fmx::ptrtype>(static_cast<std::intptr_t>(-2)));
+    toolkit::platform::setServiceDisabled(c.service, false);
+    EXPECT_TRUE(fmwrapper::registrations().empty());
+    ASSERT_EQ(gAlerts.size(), 1u);
+    EXPECT_EQ(gAlerts[0].id, c.alert);
+    EXPECT_EQ(gAlerts[0].number, c.number);
+    EXPECT_NE(gAlerts[0].text.find(c.words), std::string::npos) << gAlerts[0].text;
+    EXPECT_EQ(gAlerts[0].resFile, 7)
+        << "the alert is shown with the plug-in's resource file current";
+  }
+  EXPECT_EQ(init(60), 51);
+}
+
+TEST_F(Lifecycle, EveryCallRestoresTheCurrentResourceFile) {
+  XP_UseResFile(3);
+  for (fmx::uchar selector : {0, 1, 4, 5, 7, 8, 9, 200}) {
+    std::u16string buffer(16, u'\0');
+    callEntry(selector, buildBundle(), 60, 1, 0, 16, reinterpret_cast<fmx::ptrtype>(buffer.data()),
+              42);
+    EXPECT_EQ(XP_CurResFile(), 3) << int(selector);
+    EXPECT_EQ(gThisResPath, 42);
+  }
+}
+
+TEST_F(Lifecycle, GetStringAnswersFromTheStringsTable) {
+  EXPECT_EQ(toUtf8(getString(1)), "Z7mo1nnYnn");
+  EXPECT_EQ(toUtf8(getString(131)), "Z7mo1nnYnn");
+  EXPECT_EQ(toUtf8(getString(128)), "Mosa");
+  EXPECT_EQ(getString(77), u"");
+  // The buffer must hold the string, its terminator and one unit more.
+  EXPECT_EQ(getString(1, 11), u"");
+  EXPECT_EQ(toUtf8(getString(1, 12)), "Z7mo1nnYnn");
+  EXPECT_EQ(getString(1, 1), u"");
+}
+
+TEST_F(Lifecycle, DispatcherRoutesVersionIdsAndIgnoresUnknownIds) {
+  ASSERT_EQ(init(60), 51);
+  EXPECT_EQ(callFunction(0, {}), "Zelk Mosa Plug-In 4.5.2");
+  EXPECT_EQ(callFunction(1, {"-getversionnumber"}), "4520");
+  EXPECT_EQ(callFunction(4318, {"x"}), "");
+  EXPECT_EQ(callFunction(2, {"-getversionnumber"}), "");
+  EXPECT_EQ(callFunction(-1, {"x"}), "");
+  // The host reaches the functions through the registered pointer.
+  const auto regs = fmwrapper::registrations();
+  fmx::DataVectUniquePtr args;
+  fmx::ExprEnvUniquePtr env;
+  fmx::DataUniquePtr result;
+  EXPECT_EQ(regs[18].function(0, *env, *args, *result), 0);
+  EXPECT_EQ(toUtf8(result->GetAsText()), "Zelk Mosa Plug-In 4.5.2");
+}
+
+TEST_F(Lifecycle, InitAndShutdownLeaveNoHostObjectsBehind) {
+  ASSERT_EQ(init(60), 51);
+  shutdown();
+  const auto baseline = fmwrapper::liveObjects();
+  for (int round = 0; round < 3; ++round) {
+    ASSERT_EQ(init(60), 51);
+    callEntry(kFMXT_Idle, buildBundle(), 60, 0);
+    callEntry(kFMXT_Idle, buildBundle(), 60, 4);
+    shutdown();
+  }
+  EXPECT_EQ(fmwrapper::liveObjects(), baseline);
+}
+
+TEST_F(Lifecycle, BundleWithAMissingKeyStopsRegistrationThere) {
+  TempBundle bundle;
+  std::string strings;
+  for (int id = 4300; id <= 4317; ++id) {
+    if (id == 4305) continue;
+    strings += "\"Zelk " + std::to_string(id) + "\" = \"F" + std::to_string(id) + "(x)\";\n";
+  }
+  strings += "\"Zelk 9000\" = \"V0\";\n\"Zelk 9001\" = \"V1 (s)\";\n";
+  bundle.write("en.lproj/Mosa7.strings", strings);
+  EXPECT_EQ(init(60, bundle.path()), 51);
+  EXPECT_EQ(registeredIds(), (std::vector<fmx::int16>{4300, 4301, 4302, 4303, 4304}));
+  // The host's record ends with the call; its bundle is remembered for the function calls after it.
+  EXPECT_EQ(gFMX_ExternCallPtr, nullptr);
+  EXPECT_EQ(XP_BundleFolder(), bundle.path());
+  EXPECT_EQ(toUtf8(fmwrapper::registrations()[0].name), "F4300");
+  shutdown(bundle.path());
+  EXPECT_TRUE(fmwrapper::registrations().empty());
+
+  // With every dialog function present, the version entries follow; a blank before "(" stays.
+  bundle.write("en.lproj/Mosa7.strings", strings + "\"Zelk 4305\" = \"F4305\";\n");
+  XP_ForgetLoadedStrings();
+  EXPECT_EQ(init(60, bundle.path()), 51);
+  const auto regs = fmwrapper::registrations();
+  ASSERT_EQ(regs.size(), 20u);
+  EXPECT_EQ(toUtf8(regs[5].name), "F4305");
+  EXPECT_EQ(toUtf8(regs[19].name), "V1 ");
+  shutdown(bundle.path());
+}
+
+TEST_F(Lifecycle, StringsFollowTheLanguage) {
+  const char* lang = std::getenv("LANG");
+  const std::string savedLang = lang ? lang : "";
+  setenv("MOSA_LANGUAGE", "de", 1);
+  ASSERT_EQ(init(60), 51);
+  EXPECT_EQ(toUtf8(fmwrapper::registrations()[2].prototype),
+            "Mosa_Dialog(Schalter ; Meldung { ; Taste1 ; Taste2 ; Taste3 ; Taste4 })");
+  shutdown();
+  fmwrapper::clearRegistrations();
+
+  unsetenv("MOSA_LANGUAGE");
+  setenv("LANG", "de_DE.UTF-8", 1);
+  EXPECT_EQ(toUtf8(getString(129)).find("Fortschrittsdialoge") != std::string::npos, true);
+  setenv("LANG", "fr_FR.UTF-8", 1);
+  EXPECT_NE(toUtf8(getString(129)).find("progress dialogs"), std::string::npos);
+  setenv("LANG", "C", 1);
+  EXPECT_NE(toUtf8(getString(129)).find("progress dialogs"), std::string::npos);
+  setenv("MOSA_LANGUAGE", "en", 1);
+  setenv("LANG", savedLang.c_str(), 1);
+}

@@ -1,0 +1,237 @@
+// The picture service: each kind of QuickDraw picture and JPEG that containers hold decodes to the
+// pixels it was made from; what we cannot read decodes to nothing.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "picture_writer.h"
+#include "toolkit/picture.h"
+#include "toolkit/platform.h"
+
+using namespace pictwriter;
+namespace picture = toolkit::picture;
+
+namespace {
+
+constexpr std::uint32_t kRed = 0xFF0000, kGreen = 0x00FF00, kBlue = 0x0000FF, kWhite = 0xFFFFFF,
+                        kBlack = 0x000000;
+
+std::uint32_t at(const toolkit::Image& image, int x, int y) {
+  return image.pixels.at(static_cast<std::size_t>(y * image.width + x));
+}
+
+// A 12 x 3 test card: a row of red with a green dot, a row of stripes, a row of blue; wide enough
+// that packed rows are really packed, with runs and literals.
+std::vector<std::vector<std::uint32_t>> testCard() {
+  auto card = solid(12, 3, kRed);
+  card[0][5] = kGreen;
+  for (int x = 0; x < 12; ++x) card[1][static_cast<std::size_t>(x)] = x % 2 ? kWhite : kBlack;
+  card[2].assign(12, kBlue);
+  return card;
+}
+
+void expectCard(const toolkit::Image& image) {
+  ASSERT_EQ(image.width, 12);
+  ASSERT_EQ(image.height, 3);
+  auto card = testCard();
+  for (int y = 0; y < 3; ++y)
+    for (int x = 0; x < 12; ++x)
+      EXPECT_EQ(at(image, x, y),
+                0xFF000000u | card[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)])
+          << "pixel " << x << "," << y;
+}
+
+picture::Status decodeJpeg(const Bytes& bytes, toolkit::Image& out) {
+  return picture::decodeJpeg(bytes, out);
+}
+
+}  // namespace
+
+TEST(Pict, DirectPixelsInEveryPackType) {
+  const Rect frame{0, 0, 3, 12};
+  for (unsigned cmpCount : {3u, 4u}) {
+    Writer w;
+    w.beginV2(frame).direct32(frame, testCard(), 4, cmpCount, frame).endV2();
+    expectCard(picture::decodePict(w.bytes));
+  }
+  for (unsigned packType : {1u, 2u}) {
+    Writer w;
+    w.beginV2(frame).direct32(frame, testCard(), packType, 3, frame).endV2();
+    SCOPED_TRACE(packType);
+    expectCard(picture::decodePict(w.bytes));
+  }
+}
+
+TEST(Pict, NarrowRowsAreNeverPacked) {
+  const Rect frame{0, 0, 2, 1};
+  Writer w;
+  w.beginV2(frame).direct32(frame, {{kGreen}, {kBlue}}, 4, 3, frame).endV2();
+  // rowBytes 4 < 8: the data is written unpacked whatever the pack type says.
+  toolkit::Image image = picture::decodePict(w.bytes);
+  ASSERT_EQ(image.width, 1);
+  EXPECT_EQ(at(image, 0, 0), 0xFF00FF00u);
+  EXPECT_EQ(at(image, 0, 1), 0xFF0000FFu);
+}
+
+TEST(Pict, IndexedPixelMapsWithColourTables) {
+  const std::vector<std::uint32_t> table{kWhite, kRed, kGreen, kBlue};
+  const Rect frame{0, 0, 2, 16};
+  // 8 bits per pixel, packed: a run of red and a literal tail.
+  {
+    Bytes row0(16, 1), row1(16, 3);
+    row0[14] = 2;
+    row0[15] = 0;
+    Writer w;
+    w.beginV2(frame).indexedPixMap(frame, 8, table, {row0, row1}, true, frame).endV2();
+    toolkit::Image image = picture::decodePict(w.bytes);
+    ASSERT_EQ(image.width, 16);
+    EXPECT_EQ(at(image, 0, 0), 0xFFFF0000u);
+    EXPECT_EQ(at(image, 14, 0), 0xFF00FF00u);
+    EXPECT_EQ(at(image, 15, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(at(image, 7, 1), 0xFF0000FFu);
+  }
+  // 1 bit per pixel, unpacked (BitsRect): bit 1 is the second colour of the table.
+  {
+    Writer w;
+    w.beginV2(frame)
+        .indexedPixMap(frame, 1, {kWhite, kBlue}, {{0x80, 0x01}, {0xFF, 0x00}}, false, frame)
+        .endV2();
+    toolkit::Image image = picture::decodePict(w.bytes);
+    ASSERT_EQ(image.width, 16);
+    EXPECT_EQ(at(image, 0, 0), 0xFF0000FFu);
+    EXPECT_EQ(at(image, 1, 0), 0xFFFFFFFFu);
+    EXPECT_EQ(at(image, 15, 0), 0xFF0000FFu);
+    EXPECT_EQ(at(image, 7, 1), 0xFF0000FFu);
+    EXPECT_EQ(at(image, 8, 1), 0xFFFFFFFFu);
+  }
+}
+
+TEST(Pict, VersionOneBitmapIsBlackOnWhite) {
+  const Rect frame{0, 0, 1, 8};
+  Writer w;
+  w.beginV1(frame).u8(0x90).u16(2).rect({0, 0, 1, 16}).rect(frame).rect(frame).u16(0);
+  w.u8(0xA5).u8(0xFF).u8(0xFF);
+  toolkit::Image image = picture::decodePict(w.bytes);
+  ASSERT_EQ(image.width, 8);
+  EXPECT_EQ(at(image, 0, 0), 0xFF000000u);
+  EXPECT_EQ(at(image, 1, 0), 0xFFFFFFFFu);
+  EXPECT_EQ(at(image, 2, 0), 0xFF000000u);
+  EXPECT_EQ(at(image, 7, 0), 0xFF000000u);
+}
+
+TEST(Pict, OtherOpcodesAreSkippedAndFileHeaderAccepted) {
+  const Rect frame{0, 0, 3, 12};
+  Writer w;
+  w.bytes.assign(512, 0);  // a PICT file's header, as when a picture file is read whole
+  w.beginV2(frame);
+  w.u16(0x0001).u16(10).rect(frame);                        // clip region
+  w.u16(0x001A).u16(0xFFFF).u16(0).u16(0);                  // foreground colour
+  w.u16(0x00A1).u16(100).u16(3).u8(1).u8(2).u8(3).align();  // long comment, odd length
+  w.u16(0x0031).rect(frame);                                // paint a rectangle (not drawn)
+  w.u16(0x0028).u16(1).u16(1).u8(2).u8('h').u8('i');        // text
+  w.direct32(frame, testCard(), 4, 3, frame).endV2();
+  expectCard(picture::decodePict(w.bytes));
+}
+
+TEST(Pict, SourceIsScaledIntoDestinationAndTheRestIsTransparent) {
+  const Rect frame{0, 0, 4, 4};
+  Writer w;
+  w.beginV2(frame).direct32({0, 0, 1, 2}, {{kRed, kBlue}}, 1, 3, {0, 0, 2, 4}).endV2();
+  toolkit::Image image = picture::decodePict(w.bytes);
+  ASSERT_EQ(image.width, 4);
+  ASSERT_EQ(image.height, 4);
+  EXPECT_EQ(at(image, 1, 1), 0xFFFF0000u);
+  EXPECT_EQ(at(image, 2, 0), 0xFF0000FFu);
+  EXPECT_EQ(at(image, 3, 1), 0xFF0000FFu);
+  EXPECT_EQ(at(image, 0, 2), 0u);
+}
+
+TEST(Pict, WrappedJpegIsDrawn) {
+  const Bytes jpeg = makeJpeg(solid(8, 8, kGreen));
+  const Rect frame{0, 0, 8, 8};
+  Writer w;
+  w.beginV2(frame).u16(0x8200);
+  Writer qt;
+  qt.u16(0);
+  for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);  // identity matrix
+  qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
+  // Image description: 86 bytes, codec 'jpeg'.
+  qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
+  qt.u16(8)
+      .u16(8)
+      .u32(0x00480000)
+      .u32(0x00480000)
+      .u32(static_cast<std::uint32_t>(jpeg.size()))
+      .u16(1);
+  for (int i = 0; i < 32; ++i) qt.u8(0);
+  qt.u16(24).u16(0xFFFF);
+  qt.append(jpeg);
+  w.u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes).endV2();
+  toolkit::Image image = picture::decodePict(w.bytes);
+  ASSERT_EQ(image.width, 8);
+  std::uint32_t p = at(image, 4, 4);
+  EXPECT_LT((p >> 16) & 0xFF, 8u);
+  EXPECT_GT((p >> 8) & 0xFF, 247u);
+}
+
+TEST(Pict, WhatCannotBeReadGivesNoImage) {
+  const Rect frame{0, 0, 3, 12};
+  Writer good;
+  good.beginV2(frame).direct32(frame, testCard(), 4, 3, frame).endV2();
+
+  EXPECT_TRUE(picture::decodePict(Bytes{}).empty());
+  EXPECT_TRUE(picture::decodePict(Bytes(good.bytes.begin(), good.bytes.begin() + 60)).empty());
+  Writer noPixels;
+  noPixels.beginV2(frame).u16(0x0031).rect(frame).endV2();
+  EXPECT_TRUE(picture::decodePict(noPixels.bytes).empty());
+  Writer odd;  // 24-bit direct pixels do not exist in QuickDraw
+  odd.beginV2(frame).u16(0x009A).u32(0xFF).u16(0x8000 | 36).rect(frame).pixMapFields(0, 24, 3, 8);
+  odd.rect(frame).rect(frame).u16(0).append(Bytes(200, 0)).endV2();
+  EXPECT_TRUE(picture::decodePict(odd.bytes).empty());
+  Writer huge;  // a frame far beyond the bounds
+  huge.beginV2({0, 0, 30000, 30000}).direct32(frame, testCard(), 4, 3, frame).endV2();
+  EXPECT_TRUE(picture::decodePict(huge.bytes).empty());
+  Writer lying;  // bounds claim many more rows than the data holds
+  lying.beginV2(frame).direct32({0, 0, 3000, 12}, testCard(), 4, 3, frame).endV2();
+  EXPECT_TRUE(picture::decodePict(lying.bytes).empty());
+}
+
+TEST(Jpeg, DecodesColourAndGrey) {
+  auto pixels = solid(16, 8, kRed);
+  for (auto& p : pixels[7]) p = kBlue;
+  toolkit::Image image;
+  ASSERT_EQ(decodeJpeg(makeJpeg(pixels), image), picture::Status::Ok);
+  ASSERT_EQ(image.width, 16);
+  ASSERT_EQ(image.height, 8);
+  EXPECT_EQ(at(image, 3, 2) >> 24, 0xFFu);
+  EXPECT_GT((at(image, 3, 2) >> 16) & 0xFF, 240u);
+  EXPECT_GT(at(image, 3, 7) & 0xFF, 240u);
+
+  ASSERT_EQ(decodeJpeg(makeJpeg(solid(4, 4, 0x808080), true), image), picture::Status::Ok);
+  std::uint32_t g = at(image, 1, 1);
+  EXPECT_EQ((g >> 16) & 0xFF, g & 0xFF);
+  EXPECT_NEAR(static_cast<int>(g & 0xFF), 0x80, 3);
+}
+
+TEST(Jpeg, RefusesWhatItShouldNotDecode) {
+  toolkit::Image image;
+  Bytes jpeg = makeJpeg(solid(8, 8, kGreen));
+  EXPECT_EQ(decodeJpeg(Bytes{1, 2, 3}, image), picture::Status::Corrupt);
+  EXPECT_EQ(decodeJpeg(Bytes(jpeg.begin(), jpeg.begin() + 20), image), picture::Status::Corrupt);
+  EXPECT_TRUE(image.empty());
+
+  // The frame header claims 20000 x 8: refused before any pixel memory is taken.
+  Bytes wide = jpeg;
+  for (std::size_t i = 0; i + 8 < wide.size(); ++i)
+    if (wide[i] == 0xFF && wide[i + 1] == 0xC0) {
+      wide[i + 7] = 20000 >> 8;
+      wide[i + 8] = 20000 & 0xFF;
+      break;
+    }
+  EXPECT_EQ(decodeJpeg(wide, image), picture::Status::TooLarge);
+
+  toolkit::platform::setServiceDisabled(toolkit::platform::Service::JpegDecoder, true);
+  EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::NoDecoder);
+  toolkit::platform::setServiceDisabled(toolkit::platform::Service::JpegDecoder, false);
+  EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::Ok);
+}

@@ -1,0 +1,41 @@
+# Runs one script through mosa-host and compares its output, exit status and messages.
+get_filename_component(dir ${SCRIPT} DIRECTORY)
+get_filename_component(name ${SCRIPT} NAME_WE)
+set(base ${dir}/${name})
+
+set(args)
+if(EXISTS ${base}.args)
+  file(STRINGS ${base}.args args)
+endif()
+if(SCRIPT MATCHES "\\.stdin$")
+  execute_process(COMMAND ${HOST} --plugin ${PLUGIN} ${args} INPUT_FILE ${SCRIPT}
+                  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+else()
+  execute_process(COMMAND ${HOST} --plugin ${PLUGIN} ${args} ${SCRIPT}
+                  OUTPUT_VARIABLE out ERROR_VARIABLE err RESULT_VARIABLE status)
+endif()
+
+set(expected_status 0)
+if(EXISTS ${base}.status)
+  file(READ ${base}.status expected_status)
+  string(STRIP "${expected_status}" expected_status)
+endif()
+if(NOT "${status}" STREQUAL "${expected_status}")
+  message(FATAL_ERROR "exit status ${status}, expected ${expected_status}\nstdout:\n${out}\nstderr:\n${err}")
+endif()
+
+file(READ ${base}.out expected_out)
+if(NOT "${out}" STREQUAL "${expected_out}")
+  message(FATAL_ERROR "standard output differs\n--- got:\n${out}\n--- expected:\n${expected_out}\nstderr:\n${err}")
+endif()
+
+if(EXISTS ${base}.err)
+  file(READ ${base}.err expected_err)
+  string(STRIP "${expected_err}" expected_err)
+  string(FIND "${err}" "${expected_err}" at)
+  if(at EQUAL -1)
+    message(FATAL_ERROR "standard error lacks \"${expected_err}\"\n--- got:\n${err}")
+  endif()
+elseif(NOT "${err}" STREQUAL "")
+  message(FATAL_ERROR "unexpected standard error:\n${err}")
+endif()
