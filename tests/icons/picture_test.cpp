@@ -54,12 +54,54 @@ TEST(Pict, DirectPixelsInEveryPackType) {
     w.beginV2(frame).direct32(frame, testCard(), 4, cmpCount, frame).endV2();
     expectCard(picture::decodePict(w.bytes));
   }
+  // Pack type 0 is the default packing: component planes for 32-bit pixels.
+  Writer byDefault;
+  byDefault.beginV2(frame).direct32(frame, testCard(), 4, 3, frame).endV2();
+  // Header (40 bytes), opcode, base address, rowBytes, bounds, pmVersion: then the pack type.
+  const std::size_t packTypeLow = 40 + 2 + 4 + 2 + 8 + 2 + 1;
+  ASSERT_EQ(byDefault.bytes[packTypeLow], 4);
+  byDefault.bytes[packTypeLow] = 0;
+  expectCard(picture::decodePict(byDefault.bytes));
   for (unsigned packType : {1u, 2u}) {
     Writer w;
     w.beginV2(frame).direct32(frame, testCard(), packType, 3, frame).endV2();
     SCOPED_TRACE(packType);
     expectCard(picture::decodePict(w.bytes));
   }
+}
+
+TEST(Pict, SixteenBitPixelsPackedByWords) {
+  const Rect frame{0, 0, 3, 12};
+  for (unsigned packType : {1u, 3u}) {
+    Writer w;
+    w.beginV2(frame).direct16(frame, testCard(), packType, frame).endV2();
+    SCOPED_TRACE(packType);
+    expectCard(picture::decodePict(w.bytes));  // full-scale colours survive 5 bits per component
+  }
+}
+
+TEST(Pict, FourAndTwoBitIndexedPixels) {
+  const Rect frame{0, 0, 1, 16};
+  const std::vector<std::uint32_t> table{kWhite, kRed, kGreen, kBlue};
+  Writer four;  // 16 pixels of 4 bits: 8 bytes, packed
+  four.beginV2(frame).indexedPixMap(frame, 4, table, {{0x01, 0x23, 0, 0, 0, 0, 0, 0x32}}, true,
+                                    frame);
+  toolkit::Image image = picture::decodePict(four.endV2().bytes);
+  ASSERT_EQ(image.width, 16);
+  EXPECT_EQ(at(image, 0, 0), 0xFFFFFFFFu);
+  EXPECT_EQ(at(image, 1, 0), 0xFFFF0000u);
+  EXPECT_EQ(at(image, 3, 0), 0xFF0000FFu);
+  EXPECT_EQ(at(image, 14, 0), 0xFF0000FFu);
+  EXPECT_EQ(at(image, 15, 0), 0xFF00FF00u);
+  Writer two;  // 16 pixels of 2 bits: 4 bytes, never packed
+  two.beginV2(frame).indexedPixMap(frame, 2, table, {{0x1B, 0, 0, 0xE4}}, true, frame);
+  image = picture::decodePict(two.endV2().bytes);
+  ASSERT_EQ(image.width, 16);
+  EXPECT_EQ(at(image, 0, 0), 0xFFFFFFFFu);
+  EXPECT_EQ(at(image, 1, 0), 0xFFFF0000u);
+  EXPECT_EQ(at(image, 2, 0), 0xFF00FF00u);
+  EXPECT_EQ(at(image, 3, 0), 0xFF0000FFu);
+  EXPECT_EQ(at(image, 12, 0), 0xFF0000FFu);
 }
 
 TEST(Pict, NarrowRowsAreNeverPacked) {
@@ -234,4 +276,23 @@ TEST(Jpeg, RefusesWhatItShouldNotDecode) {
   EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::NoDecoder);
   toolkit::platform::setServiceDisabled(toolkit::platform::Service::JpegDecoder, false);
   EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::Ok);
+}
+
+TEST(Jpeg, AdobeCmykIsConverted) {
+  // Adobe stores CMYK inverted (255: no ink): no cyan, full magenta, no yellow, no black.
+  std::vector<unsigned char> cmyk;
+  for (int i = 0; i < 16; ++i) cmyk.insert(cmyk.end(), {255, 0, 255, 255});
+  tjhandle tj = tjInitCompress();
+  unsigned char* out = nullptr;
+  unsigned long size = 0;
+  ASSERT_EQ(tjCompress2(tj, cmyk.data(), 4, 0, 4, TJPF_CMYK, &out, &size, TJSAMP_444, 95, 0), 0);
+  Bytes jpeg(out, out + size);
+  tjFree(out);
+  tjDestroy(tj);
+  toolkit::Image image;
+  ASSERT_EQ(decodeJpeg(jpeg, image), picture::Status::Ok);
+  const std::uint32_t p = at(image, 2, 2);
+  EXPECT_GT((p >> 16) & 0xFF, 245u);
+  EXPECT_LT((p >> 8) & 0xFF, 10u);
+  EXPECT_GT(p & 0xFF, 245u);
 }

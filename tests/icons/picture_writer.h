@@ -164,6 +164,24 @@ class Writer {
     }
     return rows(data, rowBytes, planar);
   }
+  // DirectBitsRect of 16-bit pixels (x1r5g5b5 from 0xRRGGBB), unpacked or packed by words.
+  Writer& direct16(Rect bounds, const std::vector<std::vector<std::uint32_t>>& pixels,
+                   unsigned packType, Rect dst) {
+    const std::size_t rowBytes = pixels.at(0).size() * 2;
+    align().u16(0x009A).u32(0xFF).u16(0x8000 | static_cast<unsigned>(rowBytes)).rect(bounds);
+    pixMapFields(packType, 16, 3, 5).rect(bounds).rect(dst).u16(0x0040);
+    std::vector<Bytes> data;
+    for (const auto& line : pixels) {
+      Bytes row;
+      for (std::uint32_t p : line) {
+        unsigned v = ((p >> 19) & 31) << 10 | ((p >> 11) & 31) << 5 | ((p >> 3) & 31);
+        row.push_back(static_cast<std::uint8_t>(v >> 8));
+        row.push_back(static_cast<std::uint8_t>(v));
+      }
+      data.push_back(row);
+    }
+    return rows(data, rowBytes, packType == 3 && rowBytes >= 8, 2);
+  }
 };
 
 // A JPEG of the given 0xRRGGBB pixels, made with libjpeg-turbo at high quality without chroma

@@ -68,6 +68,7 @@ struct Rect {
   bool sane() const {
     return width() > 0 && height() > 0 && width() <= kMaxSide && height() <= kMaxSide;
   }
+  bool operator==(const Rect&) const = default;
 };
 
 Rect readRect(Reader& r) {
@@ -190,8 +191,15 @@ class Canvas {
   Image release() { return std::move(image_); }
 
   // Copies `source` (whose pixels lie in `bounds`), taking `from` and scaling it into `to`.
-  void draw(const Image& source, Rect bounds, Rect from, Rect to) {
+  void draw(Image&& source, Rect bounds, Rect from, Rect to) {
     if (from.width() <= 0 || from.height() <= 0 || to.width() <= 0 || to.height() <= 0) return;
+    // The usual picture: one image that fills the frame exactly becomes the canvas itself.
+    if (!drawn() && from == bounds && to == frame_ && bounds.width() == frame_.width() &&
+        bounds.height() == frame_.height() && source.width == bounds.width() &&
+        source.height == bounds.height()) {
+      image_ = std::move(source);
+      return;
+    }
     allocate();
     const int x0 = std::max(to.left, frame_.left), x1 = std::min(to.right, frame_.right);
     const int y0 = std::max(to.top, frame_.top), y1 = std::min(to.bottom, frame_.bottom);
@@ -274,7 +282,9 @@ ColorTable bitmapColors() {
 Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMapInfo& info) {
   Image image = sizedImage(bounds);
   const auto width = static_cast<std::size_t>(image.width);
+  // Pack type 0 is the default packing of the pixel size; narrow rows are never packed.
   std::uint16_t packType = info.packType;
+  if (packType == 0) packType = info.pixelSize == 32 ? 4 : 3;
   if (rowBytes < 8) packType = 1;
   auto store = [&](std::size_t y, std::size_t x, std::uint32_t pixel) {
     image.pixels[y * width + x] = pixel;
@@ -282,7 +292,7 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
 
   if (info.pixelSize == 16) {
     if (rowBytes < width * 2) throw Malformed{};
-    if (packType != 0 && packType != 1 && packType != 3) throw Malformed{};
+    if (packType != 1 && packType != 3) throw Malformed{};
     readRows(r, image, rowBytes, rowBytes, packType == 3, 2,
              [&](std::size_t y, std::span<const std::uint8_t> row) {
                for (std::size_t x = 0; x < width; ++x) {
@@ -295,7 +305,6 @@ Image readDirectPixels(Reader& r, Rect bounds, std::size_t rowBytes, const PixMa
   }
   if (info.pixelSize != 32) throw Malformed{};
   switch (packType) {
-    case 0:
     case 1:
       if (rowBytes < width * 4) throw Malformed{};
       readRows(r, image, rowBytes, rowBytes, false, 1,
@@ -540,7 +549,7 @@ class PictDecoder {
     Image jpeg;
     if (decodeJpeg(r.take(jpegLength), jpeg) != Status::Ok) return;
     const Rect whole{0, 0, jpeg.height, jpeg.width};
-    canvas_.draw(jpeg, whole, whole, canvas_.frame());
+    canvas_.draw(std::move(jpeg), whole, whole, canvas_.frame());
   }
 
   Reader reader_;
