@@ -1,9 +1,9 @@
 // Start-up alerts: texts from the bundle's "Alerts" table, the number in placeholder ^0.
 #include <cstdio>
-#include <iostream>
 
 #include "frame/frame.h"
 #include "frame/strings_file.h"
+#include "toolkit/dialog.h"
 
 XP_AlertHook gXP_AlertHook = nullptr;
 
@@ -58,7 +58,7 @@ void XP_ShowCautionAlert(std::int16_t alertId, long number, const std::string& t
     gXP_AlertHook(alertId, number, text);
     return;
   }
-  std::cerr << "Mosa alert " << alertId << ": " << text << std::endl;
+  toolkit::showAlert(alertId, text, number);
 }
 
 std::int16_t XP_DisplayMessage(std::int16_t alertId, long number) {

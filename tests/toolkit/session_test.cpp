@@ -43,7 +43,7 @@ TEST_P(BackendTest, NoAnswerLeftStopsTheRun) {
 TEST_P(BackendTest, BeepsAndAlertsAreTraced) {
   configure({});
   toolkit::beep();
-  toolkit::showAlert(24213, u"Initialisation failed (^0).", -4243);
+  toolkit::showAlert(24213, "Initialisation failed (-4243).", -4243);
   auto lines = trace();
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0]["ev"], "beep");

@@ -1,6 +1,7 @@
 // The headless backend: the model is the window, text metrics are fixed, the clock is virtual and
 // moves only when something waits, and every event comes from the answers.
 #include <algorithm>
+#include <cstdio>
 
 #include "session_state.h"
 
@@ -48,7 +49,9 @@ class HeadlessBackend final : public Backend {
   // The size of the offscreen platform's screen, so both backends place windows alike.
   Rect screenBounds() override { return {0, 0, 800, 600}; }
   void pump() override {}
-  void alert(int, const std::u16string&, bool) override {}
+  void alert(int id, const std::u16string& text, bool) override {
+    std::fprintf(stderr, "Mosa alert %d: %s\n", id, toUtf8(text).c_str());
+  }
 
  private:
   Tick clock_ = 0;

@@ -37,9 +37,9 @@ Rect screenBounds() {
   return detail::backend().screenBounds();
 }
 
-void showAlert(int id, const std::u16string& text, long number) {
+void showAlert(int id, const std::string& text, long number) {
   detail::traceAlert(id, number);
-  detail::backend().alert(id, text, detail::scripted());
+  detail::backend().alert(id, detail::fromUtf8(text), detail::scripted());
 }
 
 }  // namespace toolkit

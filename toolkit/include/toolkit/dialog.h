@@ -48,10 +48,10 @@ void setClipboardText(const std::u16string& text);
 // The usable desktop of the main screen, global coordinates.
 Rect screenBounds();
 
-// A caution alert with a text and an OK button, recorded as {"ev":"alert","id":…,"number":…}.
-// Headless it only records; on Qt it is shown (and waits for a person unless answers drive the
-// run).
-void showAlert(int id, const std::u16string& text, long number);
+// A caution alert with a text (UTF-8) and an OK button, recorded as
+// {"ev":"alert","id":…,"number":…}. Headless it is written to standard error; on Qt it is shown
+// (and waits for a person unless answers drive the run).
+void showAlert(int id, const std::string& text, long number);
 
 // ---- Templates
 // -----------------------------------------------------------------------------------
