@@ -1,0 +1,351 @@
+// The Qt backend on its own, off screen: a window mirrors the core's model in real widgets,
+// answers become real key and mouse events that come back as the pulled loop's events, and the
+// default handling of a key edits the real field and is read back into the model.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QImage>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTextEdit>
+
+#include <filesystem>
+
+#include "qt_backend.h"
+#include "qt_window.h"
+
+namespace toolkit::qt {
+namespace {
+
+using detail::ItemState;
+using detail::WindowState;
+
+ItemState makeItem(int n, ItemKind kind, Rect rect, std::u16string text = {}) {
+  ItemState item;
+  item.n = n;
+  item.kind = kind;
+  item.rect = rect;
+  item.text = std::move(text);
+  return item;
+}
+
+// A window with one item of every kind, laid out like the dialogs that use them.
+WindowState everyKind() {
+  WindowState state;
+  state.id = 24274;
+  state.title = u"Everything";
+  state.frame = Rect{100, 80, 100 + 420, 80 + 360};
+  state.visible = true;
+  state.defaultItem = 1;
+  state.items = {
+      makeItem(1, ItemKind::Button, {330, 320, 400, 344}, u"OK"),
+      makeItem(2, ItemKind::Button, {250, 320, 320, 344}, u"Cancel"),
+      makeItem(3, ItemKind::Text, {72, 16, 400, 48}, u"Type <b>here</b> & there"),
+      makeItem(4, ItemKind::Edit, {72, 56, 400, 80}),
+      makeItem(5, ItemKind::Popup, {72, 88, 250, 112}),
+      makeItem(6, ItemKind::Checkbox, {260, 88, 400, 112}, u"Remember"),
+      makeItem(7, ItemKind::Icon, {16, 16, 48, 48}),
+      makeItem(8, ItemKind::List, {72, 120, 240, 220}),
+      makeItem(9, ItemKind::TextArea, {250, 120, 384, 220}),
+      makeItem(10, ItemKind::ScrollBar, {384, 120, 400, 220}),
+      makeItem(11, ItemKind::Progress, {72, 230, 400, 250}),
+  };
+  state.item(5)->menu = {u"Red", u"-", u"Blue"};
+  state.item(8)->rows = {u"alpha", u"beta", u"gamma"};
+  state.focus = 4;
+  return state;
+}
+
+class QtBackendTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() { backend_ = new QtBackend(); }
+  static void TearDownTestSuite() {
+    delete backend_;
+    backend_ = nullptr;
+  }
+
+  std::unique_ptr<QtWindow> open(const WindowState& state) {
+    auto window = backend_->createWindow(state);
+    return std::unique_ptr<QtWindow>(static_cast<QtWindow*>(window.release()));
+  }
+
+  // What the core does with an answer: the backend performs it, the dialog's filter lets the event
+  // through, the toolkit applies the default handling.
+  Outcome answer(QtWindow& window, WindowState& state, const std::string& line) {
+    Event event = window.inject(state, detail::parseAnswer(line));
+    return window.applyDefault(state, event);
+  }
+
+  static QtBackend* backend_;
+};
+
+QtBackend* QtBackendTest::backend_ = nullptr;
+
+template <typename W>
+W* widget(QtWindow& window, int n) {
+  auto* w = qobject_cast<W*>(window.itemWidget(n));
+  EXPECT_NE(w, nullptr) << "item " << n;
+  return w;
+}
+
+TEST_F(QtBackendTest, WindowMirrorsTheModelInRealWidgets) {
+  WindowState state = everyKind();
+  state.item(2)->visible = false;
+  state.item(6)->enabled = false;
+  state.item(6)->value = 1;
+  state.item(5)->value = 3;
+  state.item(8)->selectedRow = 1;
+  state.item(10)->max = 50;
+  state.item(10)->page = 10;
+  state.item(10)->value = 20;
+  state.item(11)->max = 200;
+  state.item(11)->value = 50;
+  state.item(7)->icon = IconKind::Caution;
+  auto window = open(state);
+
+  EXPECT_EQ(window->window()->geometry(), QRect(100, 80, 420, 360));
+  EXPECT_EQ(window->window()->windowTitle(), QStringLiteral("Everything"));
+  EXPECT_TRUE(window->window()->isVisible());
+  for (const ItemState& item : state.items) {
+    EXPECT_EQ(window->itemWidget(item.n)->geometry(),
+              QRect(item.rect.left, item.rect.top, item.rect.width(), item.rect.height()))
+        << "item " << item.n;
+  }
+  EXPECT_TRUE(widget<QPushButton>(*window, 1)->isDefault());
+  EXPECT_FALSE(widget<QPushButton>(*window, 2)->isVisible());
+  // Messages are plain text: markup shows as the characters it is made of.
+  auto* label = widget<QLabel>(*window, 3);
+  EXPECT_EQ(label->textFormat(), Qt::PlainText);
+  EXPECT_EQ(label->text(), QStringLiteral("Type <b>here</b> & there"));
+  auto* box = widget<QCheckBox>(*window, 6);
+  EXPECT_FALSE(box->isEnabled());
+  EXPECT_TRUE(box->isChecked());
+  auto* combo = widget<QComboBox>(*window, 5);
+  ASSERT_EQ(combo->count(), 3);
+  EXPECT_EQ(combo->currentText(), QStringLiteral("Blue"));
+  EXPECT_EQ(widget<QListWidget>(*window, 8)->currentRow(), 1);
+  auto* bar = widget<QScrollBar>(*window, 10);
+  EXPECT_EQ(bar->maximum(), 50);
+  EXPECT_EQ(bar->pageStep(), 10);
+  EXPECT_EQ(bar->value(), 20);
+  auto* progress = widget<QProgressBar>(*window, 11);
+  EXPECT_EQ(progress->maximum(), 200);
+  EXPECT_EQ(progress->value(), 50);
+  EXPECT_FALSE(widget<QLabel>(*window, 7)->pixmap().isNull());
+  EXPECT_TRUE(widget<QLineEdit>(*window, 4)->hasFocus() || !QApplication::activeWindow());
+
+  // Changes to the model reach the widgets.
+  state.item(2)->visible = true;
+  state.item(1)->text = u"Save & Close";
+  state.defaultItem = 2;
+  state.item(11)->indeterminate = true;
+  state.item(7)->icon = IconKind::None;
+  state.item(8)->rows = {u"one"};
+  state.item(8)->selectedRow = -1;
+  state.frame = Rect{10, 20, 10 + 500, 20 + 400};
+  window->update(state);
+  EXPECT_TRUE(widget<QPushButton>(*window, 2)->isVisible());
+  EXPECT_EQ(widget<QPushButton>(*window, 1)->text(), QStringLiteral("Save && Close"));
+  EXPECT_TRUE(widget<QPushButton>(*window, 2)->isDefault());
+  EXPECT_FALSE(widget<QPushButton>(*window, 1)->isDefault());
+  EXPECT_EQ(progress->maximum(), 0);  // busy
+  EXPECT_TRUE(widget<QLabel>(*window, 7)->pixmap().isNull());
+  EXPECT_EQ(widget<QListWidget>(*window, 8)->count(), 1);
+  EXPECT_EQ(window->window()->geometry(), QRect(10, 20, 500, 400));
+}
+
+TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect) {
+  WindowState state = everyKind();
+  auto window = open(state);
+  auto* icon = widget<QLabel>(*window, 7);
+  const qreal ratio = icon->devicePixelRatioF();
+  for (IconKind kind : {IconKind::Note, IconKind::Caution, IconKind::Stop}) {
+    state.item(7)->icon = kind;
+    window->update(state);
+    QPixmap pixmap = icon->pixmap();
+    ASSERT_FALSE(pixmap.isNull());
+    EXPECT_EQ(pixmap.deviceIndependentSize().toSize(), QSize(32, 32));
+    EXPECT_EQ(pixmap.width(), qRound(32 * ratio));
+  }
+  // A wide picture keeps its proportions inside the square.
+  auto image = std::make_shared<Image>();
+  image->width = 64;
+  image->height = 16;
+  image->pixels.assign(64 * 16, 0xFFFF0000u);
+  state.item(7)->icon = IconKind::Custom;
+  state.item(7)->image = image;
+  window->update(state);
+  QPixmap custom = icon->pixmap();
+  ASSERT_FALSE(custom.isNull());
+  EXPECT_EQ(custom.deviceIndependentSize().toSize(), QSize(32, 8));
+  EXPECT_EQ(custom.toImage().pixelColor(2, 2), QColor(255, 0, 0));
+  // Custom with nothing stored draws nothing.
+  state.item(7)->image.reset();
+  window->update(state);
+  EXPECT_TRUE(icon->pixmap().isNull());
+}
+
+TEST_F(QtBackendTest, ClicksArriveThroughTheRealWidgets) {
+  WindowState state = everyKind();
+  auto window = open(state);
+
+  Event click = window->inject(state, detail::parseAnswer("click 2"));
+  EXPECT_EQ(click.type, Event::Type::Click);
+  EXPECT_EQ(click.item, 2);
+  EXPECT_EQ(window->applyDefault(state, click).itemHit, 2);
+
+  // A check box toggles through the default handling, in the model and on screen.
+  answer(*window, state, "click 6");
+  EXPECT_EQ(state.item(6)->value, 1);
+  EXPECT_TRUE(widget<QCheckBox>(*window, 6)->isChecked());
+  answer(*window, state, "click 6");
+  EXPECT_EQ(state.item(6)->value, 0);
+  EXPECT_FALSE(widget<QCheckBox>(*window, 6)->isChecked());
+
+  // A pop-up entry chosen in the opened menu.
+  Event chosen = window->inject(state, detail::parseAnswer("choose 5 3"));
+  EXPECT_EQ(chosen.type, Event::Type::Click);
+  EXPECT_EQ(chosen.item, 5);
+  EXPECT_EQ(chosen.menuItem, 3);
+  window->applyDefault(state, chosen);
+  EXPECT_EQ(state.item(5)->value, 3);
+  EXPECT_EQ(widget<QComboBox>(*window, 5)->currentText(), QStringLiteral("Blue"));
+
+  // List rows: a click selects; a double click says so.
+  Event row = window->inject(state, detail::parseAnswer("row 3"));
+  EXPECT_EQ(row.item, 8);
+  EXPECT_EQ(row.row, 2);
+  EXPECT_FALSE(row.doubleClick);
+  window->applyDefault(state, row);
+  EXPECT_EQ(state.item(8)->selectedRow, 2);
+  EXPECT_EQ(widget<QListWidget>(*window, 8)->currentRow(), 2);
+  Event twice = window->inject(state, detail::parseAnswer("double-click-row 1"));
+  EXPECT_EQ(twice.row, 0);
+  EXPECT_TRUE(twice.doubleClick);
+
+  // A hidden button cannot be reached by a hand; the answer still stands for a click on it.
+  state.item(2)->visible = false;
+  window->update(state);
+  Event hidden = window->inject(state, detail::parseAnswer("click 2"));
+  EXPECT_EQ(hidden.type, Event::Type::Click);
+  EXPECT_EQ(hidden.item, 2);
+}
+
+TEST_F(QtBackendTest, KeysEditTheRealFieldAndAreReadBack) {
+  WindowState state = everyKind();
+  auto window = open(state);
+  auto* edit = widget<QLineEdit>(*window, 4);
+
+  for (const char* key : {"key H", "key i", "key !"}) answer(*window, state, key);
+  EXPECT_EQ(edit->text(), QStringLiteral("Hi!"));
+  EXPECT_EQ(state.item(4)->text, u"Hi!");
+  EXPECT_EQ(state.item(4)->selStart, 3);
+  answer(*window, state, "key Left");
+  answer(*window, state, "key Backspace");
+  EXPECT_EQ(state.item(4)->text, u"H!");
+  EXPECT_EQ(state.item(4)->selEnd, 1);
+  EXPECT_EQ(edit->cursorPosition(), 1);
+
+  // Special keys reach the dialog's filter with their codes; they are not typing.
+  Event ret = window->inject(state, detail::parseAnswer("key Return"));
+  EXPECT_EQ(ret.type, Event::Type::Key);
+  EXPECT_EQ(ret.character, kCharReturn);
+  Event enter = window->inject(state, detail::parseAnswer("key Enter"));
+  EXPECT_EQ(enter.character, kCharEnter);
+  Event back = window->inject(state, detail::parseAnswer("key Shift-Tab"));
+  EXPECT_EQ(back.character, kCharTab);
+  EXPECT_EQ(back.modifiers & kModShift, kModShift);
+  Event command = window->inject(state, detail::parseAnswer("key cmd-V"));
+  EXPECT_EQ(command.modifiers & kModCommand, kModCommand);
+  EXPECT_EQ(command.character == u'v' || command.character == u'V', true);
+  EXPECT_EQ(state.item(4)->text, u"H!");
+
+  // A masked field shows bullets but keeps the text.
+  state.item(4)->masked = true;
+  window->update(state);
+  EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
+  answer(*window, state, "key x");
+  EXPECT_EQ(state.item(4)->text, u"Hx!");
+}
+
+TEST_F(QtBackendTest, TheTextAreaEditsAndMeasuresItsText) {
+  WindowState state = everyKind();
+  state.focus = 9;
+  state.item(9)->text = u"first\rsecond";
+  state.item(9)->selStart = state.item(9)->selEnd = 5;
+  auto window = open(state);
+  auto* area = widget<QTextEdit>(*window, 9);
+  EXPECT_EQ(area->toPlainText(), QStringLiteral("first\nsecond"));
+  answer(*window, state, "key !");
+  EXPECT_EQ(state.item(9)->text, u"first!\rsecond");
+  EXPECT_EQ(state.item(9)->selStart, 6);
+
+  const int shortHeight = window->textContentHeight(state, 9);
+  std::u16string longText;
+  for (int i = 0; i < 40; ++i) longText += u"many words that wrap ";
+  state.item(9)->text = longText;
+  const int longHeight = window->textContentHeight(state, 9);
+  EXPECT_GT(shortHeight, 0);
+  EXPECT_GT(longHeight, 3 * shortHeight);
+  // Static text is measured the same way, wrapped to its item's width.
+  state.item(3)->text = longText;
+  EXPECT_GT(window->textContentHeight(state, 3), state.item(3)->rect.height());
+}
+
+TEST_F(QtBackendTest, PersonsEventsAndDeadlines) {
+  WindowState state = everyKind();
+  auto window = open(state);
+
+  // The close box acts as the Escape key.
+  QCoreApplication::postEvent(window->window(), new QCloseEvent());
+  Event close = window->waitEvent(state, backend_->ticks() + 600);
+  EXPECT_EQ(close.type, Event::Type::Key);
+  EXPECT_EQ(close.character, kCharEscape);
+  EXPECT_TRUE(window->window()->isVisible());
+
+  // A key typed by a person while the dialog waits.
+  QCoreApplication::postEvent(widget<QLineEdit>(*window, 4),
+                              new QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, "z"));
+  Event typed = window->waitEvent(state, backend_->ticks() + 600);
+  EXPECT_EQ(typed.type, Event::Type::Key);
+  EXPECT_EQ(typed.character, u'z');
+
+  // Nothing happens: a null event once the deadline passes.
+  const Tick deadline = backend_->ticks() + 2;
+  Event idle = window->waitEvent(state, deadline);
+  EXPECT_EQ(idle.type, Event::Type::Null);
+  EXPECT_GE(static_cast<std::int32_t>(backend_->ticks() - deadline), 0);
+}
+
+TEST_F(QtBackendTest, ShotsAreThePicturesOfTheWindow) {
+  WindowState state = everyKind();
+  auto window = open(state);
+  auto path = std::filesystem::temp_directory_path() / "mosa-qt-shot-test.png";
+  ASSERT_TRUE(window->saveShot(state, path.string()));
+  QImage shot(QString::fromStdString(path.string()));
+  std::filesystem::remove(path);
+  EXPECT_EQ(shot.size() / shot.devicePixelRatio(), QSize(420, 360));
+}
+
+TEST_F(QtBackendTest, PlatformServices) {
+  backend_->setClipboardText(u"copied ¶ text");
+  EXPECT_EQ(backend_->clipboardText(), std::optional<std::u16string>(u"copied ¶ text"));
+  Rect screen = backend_->screenBounds();
+  EXPECT_GT(screen.width(), 0);
+  EXPECT_GT(screen.height(), 0);
+  const Tick start = backend_->ticks();
+  backend_->waitUntil(start + 1);
+  EXPECT_GE(static_cast<std::int32_t>(backend_->ticks() - (start + 1)), 0);
+  backend_->alert(1251, u"A <b>caution</b> alert", true);
+  backend_->warmUp();
+  backend_->pump();
+}
+
+}  // namespace
+}  // namespace toolkit::qt

@@ -1,0 +1,169 @@
+#include "qt_backend.h"
+
+#include <QClipboard>
+#include <QFontMetrics>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QScreen>
+#include <QStyle>
+#include <QTimer>
+
+#include <cstdlib>
+
+#include "qt_window.h"
+
+namespace toolkit::qt {
+namespace {
+
+// Qt keeps references to argc and argv for the application's lifetime.
+int gArgc = 1;
+char gArgv0[] = "mosa";
+char* gArgv[] = {gArgv0, nullptr};
+
+QtMessageHandler gPreviousHandler = nullptr;
+
+// Qt's complaints about a missing XDG_RUNTIME_DIR, and the off-screen platform's about what it
+// cannot do (raise a window, grab the keyboard), say nothing a user of the host can act on.
+void quietMessageHandler(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  if (type == QtWarningMsg && (text.startsWith(QLatin1String("QStandardPaths:")) ||
+                               text.startsWith(QLatin1String("This plugin does not support")))) {
+    return;
+  }
+  if (gPreviousHandler) gPreviousHandler(type, context, text);
+}
+
+bool hasDisplay() {
+  auto set = [](const char* name) {
+    const char* value = std::getenv(name);
+    return value && *value;
+  };
+  return set("QT_QPA_PLATFORM") || set("DISPLAY") || set("WAYLAND_DISPLAY");
+}
+
+}  // namespace
+
+QString toQString(const std::u16string& text) {
+  return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
+}
+
+std::u16string fromQString(const QString& text) {
+  return std::u16string(reinterpret_cast<const char16_t*>(text.utf16()),
+                        static_cast<std::size_t>(text.size()));
+}
+
+QtBackend::QtBackend() {
+  if (QCoreApplication::instance()) return;  // a Qt host made its own application: use it
+  // With no window system at all, draw off screen rather than fail to start.
+  if (!hasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
+  gPreviousHandler = qInstallMessageHandler(quietMessageHandler);
+  ownApp_ = std::make_unique<QApplication>(gArgc, gArgv);
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+QtBackend::~QtBackend() {
+  if (ownApp_) {
+    QApplication::closeAllWindows();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ownApp_.reset();
+    qInstallMessageHandler(gPreviousHandler);
+  }
+}
+
+std::unique_ptr<detail::BackendWindow> QtBackend::createWindow(const detail::WindowState& state) {
+  return std::make_unique<QtWindow>(*this, state);
+}
+
+// The core's real clock, so the tick count does not restart when Qt is loaded late in a run.
+Tick QtBackend::ticks() {
+  return detail::realTicks();
+}
+
+bool QtBackend::runUntil(QEventLoop& loop, Tick deadline) {
+  if (deadline == kNoDeadline) {
+    loop.exec();
+    return false;
+  }
+  auto passed = [&] { return static_cast<std::int32_t>(ticks() - deadline) >= 0; };
+  if (passed()) return true;
+  QTimer timer;
+  timer.setSingleShot(true);
+  QObject::connect(&timer, &QTimer::timeout, &loop, &QEventLoop::quit);
+  // A tick is 1000/60 ms; round up so the loop wakes after the deadline, not just before it.
+  auto remaining = static_cast<std::int64_t>(static_cast<std::uint32_t>(deadline - ticks()));
+  timer.start(static_cast<int>((remaining * 1000 + 59) / 60) + 1);
+  loop.exec();
+  return passed();
+}
+
+void QtBackend::waitUntil(Tick deadline) {
+  QEventLoop loop;
+  while (!runUntil(loop, deadline)) {
+  }
+}
+
+void QtBackend::beep() {
+  QApplication::beep();
+}
+
+std::optional<std::u16string> QtBackend::clipboardText() {
+  QClipboard* clipboard = QGuiApplication::clipboard();
+  if (!clipboard) return std::nullopt;
+  QString text = clipboard->text();
+  if (text.isNull()) return std::nullopt;
+  return fromQString(text);
+}
+
+void QtBackend::setClipboardText(const std::u16string& text) {
+  if (QClipboard* clipboard = QGuiApplication::clipboard()) clipboard->setText(toQString(text));
+}
+
+Rect QtBackend::screenBounds() {
+  QScreen* screen = QGuiApplication::primaryScreen();
+  if (!screen) return Rect{0, 0, 1024, 768};
+  QRect area = screen->availableGeometry();
+  return Rect{area.left(), area.top(), area.left() + area.width(), area.top() + area.height()};
+}
+
+void QtBackend::pump() {
+  QCoreApplication::sendPostedEvents();
+  QCoreApplication::processEvents(QEventLoop::AllEvents);
+}
+
+void QtBackend::alert(int /*id*/, const std::u16string& text, bool scripted) {
+  QMessageBox box(QMessageBox::Warning, QString(), toQString(text), QMessageBox::Ok);
+  box.setTextFormat(Qt::PlainText);
+  // Off screen no person can see it: it is drawn and dismissed as when answers drive the run.
+  if (!scripted && QGuiApplication::platformName() != QLatin1String("offscreen")) {
+    box.exec();
+    return;
+  }
+  // Answers drive the run: the alert is shown and drawn, then dismissed as a person would.
+  box.show();
+  pump();
+  box.done(QMessageBox::Ok);
+}
+
+void QtBackend::warmUp() {
+  // The first widget pays for the style, the fonts and the standard icons; pay for them now.
+  QPushButton probe(QStringLiteral("OK"));
+  probe.ensurePolished();
+  (void)probe.sizeHint();
+  (void)QFontMetrics(probe.font()).horizontalAdvance(QStringLiteral("Mosa"));
+  QStyle* style = QApplication::style();
+  for (auto icon : {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
+                    QStyle::SP_MessageBoxCritical}) {
+    (void)style->standardIcon(icon).pixmap(32, 32);
+  }
+  pump();
+}
+
+}  // namespace toolkit::qt
+
+extern "C" __attribute__((visibility("default"))) toolkit::detail::Backend*
+mosa_toolkit_qt_create() {
+  try {
+    return new toolkit::qt::QtBackend();
+  } catch (...) {
+    return nullptr;
+  }
+}
