@@ -5,9 +5,13 @@
 #include <climits>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "host/runner.h"
+#include "toolkit/session.h"
 
 namespace host {
 int runPrompt(Runner& runner);
@@ -23,6 +27,35 @@ std::string defaultPluginPath() {
   return (std::filesystem::path(buffer).parent_path() / "Mosa.fmx").string();
 }
 
+// The lines of an answers file.
+std::vector<std::string> readAnswers(const std::string& path) {
+  std::ifstream in(path);
+  if (!in) throw std::invalid_argument("cannot read the answers file \"" + path + "\"");
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+// The answers of --answers files and --answer actions, in the order the command line gives them.
+std::vector<std::string> answersInOrder(const CLI::App& app, const std::vector<std::string>& files,
+                                        const std::vector<std::string>& actions) {
+  std::vector<std::string> answers;
+  size_t nextFile = 0, nextAction = 0;
+  for (const CLI::Option* option : app.parse_order()) {
+    if (option->get_name() == "--answers" && nextFile < files.size()) {
+      for (std::string& line : readAnswers(files[nextFile++])) answers.push_back(std::move(line));
+    } else if (option->get_name() == "--answer" && nextAction < actions.size()) {
+      answers.push_back(actions[nextAction++]);
+    }
+  }
+  return answers;
+}
+
+// Closes the toolkit's session after everything else, the plug-in's shut-down included.
+struct SessionEnd {
+  ~SessionEnd() { toolkit::endSession(); }
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -31,6 +64,9 @@ int main(int argc, char** argv) {
   std::string script, eval;
   int extnVersion = host::kNewestExtnVersion;
   bool listFunctions = false;
+  toolkit::Backend backend = toolkit::Backend::Auto;
+  std::vector<std::string> answerFiles, answerActions;
+  toolkit::SessionOptions session;
   app.add_option("SCRIPT", script, "script file to run");
   app.add_option("--plugin", options.pluginPath,
                  "plug-in module (default: Mosa.fmx beside mosa-host)");
@@ -42,6 +78,15 @@ int main(int argc, char** argv) {
   app.add_flag("--cr-as-newline", options.crAsNewline, "print carriage returns as line breaks");
   app.add_option("--linger", options.lingerSeconds, "idle this many seconds after the script")
       ->check(CLI::NonNegativeNumber);
+  std::string ui;
+  app.add_option("--ui", ui,
+                 "headless or qt: where dialogs run (default: Qt when a display is available, "
+                 "headless otherwise)");
+  app.add_option("--answers", answerFiles, "a file of answers, one action per line (repeatable)")
+      ->check(CLI::ExistingFile);
+  app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)");
+  app.add_option("--trace", session.tracePath, "write each dialog state as JSON Lines to FILE");
+  app.add_option("--shots", session.shotsDir, "save a PNG of each dialog state in DIR (Qt only)");
   try {
     app.parse(argc, argv);
   } catch (const CLI::ParseError& e) {
@@ -54,6 +99,36 @@ int main(int argc, char** argv) {
   }
   options.extnVersion = static_cast<std::int16_t>(extnVersion);
   if (options.pluginPath.empty()) options.pluginPath = defaultPluginPath();
+  options.warmUpToolkit = true;
+  if (ui == "headless") {
+    backend = toolkit::Backend::Headless;
+  } else if (ui == "qt") {
+    backend = toolkit::Backend::Qt;
+  } else if (!ui.empty()) {
+    std::fprintf(stderr, "mosa-host: --ui takes headless or qt, not \"%s\"\n", ui.c_str());
+    return host::kExitScriptError;
+  }
+
+  SessionEnd sessionEnd;
+  try {
+    session.backend = backend;
+    session.answers = answersInOrder(app, answerFiles, answerActions);
+    if (!session.shotsDir.empty()) {
+      std::error_code ec;
+      std::filesystem::create_directories(session.shotsDir, ec);
+      if (ec) {
+        throw std::invalid_argument("cannot make the shots folder \"" + session.shotsDir +
+                                    "\": " + ec.message());
+      }
+      if (backend == toolkit::Backend::Headless) {
+        std::fprintf(stderr, "mosa-host: --shots takes pictures on the Qt toolkit only\n");
+      }
+    }
+    toolkit::configureSession(session);
+  } catch (const std::invalid_argument& e) {
+    std::fprintf(stderr, "mosa-host: %s\n", e.what());
+    return host::kExitScriptError;
+  }
 
   try {
     host::Runner runner(options);

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "toolkit/session.h"
+
 namespace host {
 
 namespace {
@@ -125,7 +127,11 @@ Value Plugin::call(std::u16string_view name, const std::vector<Value>& args) {
   if (it != table_.end()) {
     const int count = static_cast<int>(args.size());
     for (const auto& r : it->second) {
-      if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) return call(r, args);
+      if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) {
+        Value result = call(r, args);
+        if (toolkit::sessionStopped()) throw RunStopped(toolkit::stopMessage());
+        return result;
+      }
     }
   }
   return Value::text(u"?");

@@ -53,7 +53,8 @@ int runPrompt(Runner& runner) {
       std::printf("unknown command %s; type :help\n", word.c_str());
       continue;
     }
-    runner.runScriptText(text, "");
+    // With scripted answers, a dialog that finds none left ends the session as it ends a script.
+    if (runner.runScriptText(text, "") == kExitNoAnswer) return kExitNoAnswer;
   }
   return kExitOk;
 }

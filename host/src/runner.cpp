@@ -5,6 +5,8 @@
 #include <sstream>
 #include <thread>
 
+#include "toolkit/session.h"
+
 namespace host {
 
 Runner::Runner(const RunOptions& options, std::FILE* out, std::FILE* err)
@@ -21,8 +23,10 @@ Runner::Runner(const RunOptions& options, std::FILE* out, std::FILE* err)
     std::fprintf(err_, "mosa-host: the plug-in asked not to be enabled (init answered -2)\n");
   }
   evaluator_ = Evaluator(plugin_.get());
-  // The host's first idle call after start-up.
+  // The host's first idle call after start-up; the toolkit gets ready for the first dialog then,
+  // never during the plug-in's init.
   plugin_->idle(kFMXT_UserIdle);
+  if (plugin_->enabled() && options.warmUpToolkit) toolkit::warmUp();
 }
 
 Runner::~Runner() = default;
@@ -44,11 +48,19 @@ int Runner::runScriptText(const std::string& text, const std::string& name) {
     std::optional<Value> result = runScript(script, evaluator_, *this);
     if (result) print(*result);
     return kExitOk;
+  } catch (const RunStopped& e) {
+    return reportStop(e);
   } catch (const CalcError& e) {
     std::fflush(out_);
     reportError(name, e);
     return kExitScriptError;
   }
+}
+
+int Runner::reportStop(const RunStopped& e) {
+  std::fflush(out_);
+  std::fprintf(err_, "mosa-host: %s\n", e.what());
+  return kExitNoAnswer;
 }
 
 int Runner::runScriptFile(const std::string& path) {
@@ -69,6 +81,8 @@ int Runner::evalText(const std::string& text) {
     evaluator_.check(*e);
     print(evaluator_.evaluate(*e));
     return kExitOk;
+  } catch (const RunStopped& e) {
+    return reportStop(e);
   } catch (const CalcError& e) {
     std::fflush(out_);
     reportError("--eval", e);
@@ -90,6 +104,7 @@ void Runner::print(const Value& v) {
 
 void Runner::afterStep() {
   if (plugin_) plugin_->idle(kFMXT_ScriptRunning);
+  toolkit::pumpEvents();
 }
 
 void Runner::pause(const Number& seconds) {
@@ -104,6 +119,7 @@ void Runner::idleFor(double seconds, std::uint8_t level) {
                                            std::chrono::duration<double>(seconds));
   for (;;) {
     if (plugin_) plugin_->idle(level);
+    toolkit::pumpEvents();
     const auto now = Clock::now();
     if (now >= deadline) break;
     const Clock::duration tick = std::chrono::milliseconds(1000 / 60);

@@ -24,6 +24,12 @@ class PluginLoadError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
+// A dialog waited for a person while answers drove the run and none was left: the run stops.
+class RunStopped : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
 class Plugin : public ExternalFunctions {
  public:
   // Loads the module; throws PluginLoadError. Nothing is called yet.
@@ -51,6 +57,7 @@ class Plugin : public ExternalFunctions {
   std::vector<fmwrapper::Registration> functions() const;
 
   std::vector<Range> lookup(std::u16string_view name) override;
+  // Throws RunStopped when the call left the toolkit's session stopped.
   Value call(std::u16string_view name, const std::vector<Value>& args) override;
   // The call path without name lookup, for callers that already hold the registration.
   Value call(const fmwrapper::Registration& reg, const std::vector<Value>& args);

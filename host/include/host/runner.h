@@ -17,6 +17,9 @@ struct RunOptions {
   std::int16_t extnVersion = kNewestExtnVersion;
   bool crAsNewline = false;
   double lingerSeconds = 0;
+  // Prepare the toolkit's backend in the first idle call (mosa-host does; tests of the host
+  // engine need not).
+  bool warmUpToolkit = false;
 };
 
 // Exit statuses of the program.
@@ -50,6 +53,7 @@ class Runner : public ScriptHost {
 
  private:
   void reportError(const std::string& name, const CalcError& e);
+  int reportStop(const RunStopped& e);
 
   RunOptions options_;
   std::FILE* out_;
