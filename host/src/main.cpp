@@ -82,9 +82,12 @@ int main(int argc, char** argv) {
   app.add_option("--ui", ui,
                  "headless or qt: where dialogs run (default: Qt when a display is available, "
                  "headless otherwise)");
+  // Each takes one value per use, so the script may follow them.
   app.add_option("--answers", answerFiles, "a file of answers, one action per line (repeatable)")
-      ->check(CLI::ExistingFile);
-  app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)");
+      ->check(CLI::ExistingFile)
+      ->allow_extra_args(false);
+  app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)")
+      ->allow_extra_args(false);
   app.add_option("--trace", session.tracePath, "write each dialog state as JSON Lines to FILE");
   app.add_option("--shots", session.shotsDir, "save a PNG of each dialog state in DIR (Qt only)");
   try {
