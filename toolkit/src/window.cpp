@@ -257,7 +257,7 @@ class Window final : public DialogWindow {
           b.waitUntil(deadline);
           return {};
         }
-        throw stopRun("mosa: dialog " + std::to_string(state_.id) +
+        throw stopRun("dialog " + std::to_string(state_.id) +
                       " waits for an answer and none is left");
       }
       return native_->waitEvent(state_, deadline);
