@@ -43,7 +43,7 @@ constexpr Builtin kBuiltins[] = {
     {u"mod", 2, 2},
     {u"patterncount", 2, 2},
     {u"position", 4, 4},
-    {u"readfileascontainer", 1, 1},
+    {u"readfileascontainer", 1, -1},
     {u"right", 2, 2},
     {u"round", 2, 2},
     {u"substitute", 3, -1},
@@ -386,13 +386,24 @@ Value Evaluator::callBuiltin(const Expr& e, std::u16string_view f) {
     return makeContainer(a[1].toUtf8(), std::move(*bytes));
   }
   if (f == u"readfileascontainer") {
-    const std::string path = a[0].toUtf8();
     if (!allowFiles_) return Value::text(u"?");
-    std::ifstream in(path, std::ios::binary);
-    if (!in) throw CalcError(e.loc, "ReadFileAsContainer cannot read the file \"" + path + "\"");
-    std::ostringstream bytes;
-    bytes << in.rdbuf();
-    return makeContainer(fileNameOf(path), bytes.str());
+    // The first file makes the container; each further one adds its main stream, as a picture
+    // pasted on some platforms arrives in several formats at once.
+    std::vector<Stream> streams;
+    for (const Value& arg : a) {
+      const std::string path = arg.toUtf8();
+      std::ifstream in(path, std::ios::binary);
+      if (!in) throw CalcError(e.loc, "ReadFileAsContainer cannot read the file \"" + path + "\"");
+      std::ostringstream bytes;
+      bytes << in.rdbuf();
+      Value file = makeContainer(fileNameOf(path), bytes.str());
+      if (streams.empty()) {
+        streams = file.streams();
+      } else {
+        streams.push_back(file.streams().front());
+      }
+    }
+    return Value::container(std::move(streams));
   }
   throw CalcError(e.loc, "unknown function \"" + utf16ToUtf8(e.name) + "\"");
 }
