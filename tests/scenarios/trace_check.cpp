@@ -1,0 +1,158 @@
+// Checks facts against a mosa-host trace (JSON Lines). One fact a line; '#' starts a comment.
+//
+//   EV K [dialog ID]: PATH = JSON   the K-th event of kind EV (from 1), counted among all events
+//                                   of that kind or only those of dialog ID, has JSON at PATH
+//   count EV [dialog ID] = N        the trace holds N events of kind EV (of that dialog)
+//
+// EV is open, state, close, beep or alert. PATH is a list of words: "item N" picks the item
+// numbered N, a number an array element, any other word a key; an empty path is the event.
+// Example: "open 2 dialog 24272: item 3 rect = [292,104,372,124]".
+#include <cstdio>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Json = nlohmann::json;
+
+struct Selector {
+  std::string ev;
+  std::optional<int> dialog;
+};
+
+bool matches(const Json& event, const Selector& s) {
+  if (event.value("ev", "") != s.ev) return false;
+  return !s.dialog || (event.contains("dialog") && event["dialog"] == *s.dialog);
+}
+
+// Reads "EV [K] [dialog ID]" from the words of a selector; K only when `withIndex`.
+bool parseSelector(std::istringstream& in, bool withIndex, Selector& s, int& index) {
+  if (!(in >> s.ev)) return false;
+  if (withIndex && !(in >> index)) return false;
+  std::string word;
+  if (in >> word) {
+    int id = 0;
+    if (word != "dialog" || !(in >> id)) return false;
+    s.dialog = id;
+  }
+  return !(in >> word);
+}
+
+std::optional<Json> follow(const Json& event, const std::string& path, std::string& why) {
+  std::istringstream in(path);
+  const Json* at = &event;
+  for (std::string word; in >> word;) {
+    if (word == "item") {
+      int n = 0;
+      if (!(in >> n)) {
+        why = "\"item\" needs a number";
+        return std::nullopt;
+      }
+      const Json* found = nullptr;
+      if (at->contains("items")) {
+        for (const Json& item : (*at)["items"]) {
+          if (item.value("n", -1) == n) found = &item;
+        }
+      }
+      if (!found) {
+        why = "no item " + std::to_string(n);
+        return std::nullopt;
+      }
+      at = found;
+    } else if (at->is_array() && !word.empty() &&
+               word.find_first_not_of("0123456789") == std::string::npos) {
+      const std::size_t i = std::stoul(word);
+      if (i >= at->size()) {
+        why = "no element " + word;
+        return std::nullopt;
+      }
+      at = &(*at)[i];
+    } else if (at->is_object() && at->contains(word)) {
+      at = &(*at)[word];
+    } else {
+      why = "no \"" + word + "\"";
+      return std::nullopt;
+    }
+  }
+  return *at;
+}
+
+std::string trim(const std::string& s) {
+  const auto first = s.find_first_not_of(" \t\r");
+  if (first == std::string::npos) return "";
+  return s.substr(first, s.find_last_not_of(" \t\r") - first + 1);
+}
+
+// Checks one fact; returns an empty text when it holds, else why not.
+std::string check(const std::vector<Json>& events, const std::string& fact) {
+  const auto equals = fact.find(" = ");
+  if (equals == std::string::npos) return "no \" = \" in the fact";
+  std::string lhs = trim(fact.substr(0, equals));
+  Json expected;
+  try {
+    expected = Json::parse(fact.substr(equals + 3));
+  } catch (const Json::exception&) {
+    return "the expected value is not JSON";
+  }
+  Selector selector;
+  int index = 0;
+  if (lhs.rfind("count ", 0) == 0) {
+    std::istringstream in(lhs.substr(6));
+    if (!parseSelector(in, false, selector, index)) return "bad selector";
+    long n = 0;
+    for (const Json& e : events) n += matches(e, selector) ? 1 : 0;
+    return Json(n) == expected ? "" : "found " + std::to_string(n);
+  }
+  const auto colon = lhs.find(':');
+  if (colon == std::string::npos) return "no ':' after the event";
+  std::istringstream in(lhs.substr(0, colon));
+  if (!parseSelector(in, true, selector, index) || index < 1) return "bad selector";
+  for (const Json& e : events) {
+    if (!matches(e, selector) || --index > 0) continue;
+    std::string why;
+    const std::optional<Json> got = follow(e, lhs.substr(colon + 1), why);
+    if (!got) return why + " in " + e.dump();
+    return *got == expected ? "" : "found " + got->dump() + " in " + e.dump();
+  }
+  return "no such event";
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fprintf(stderr, "usage: trace_check TRACE.jsonl FACTS\n");
+    return 2;
+  }
+  std::ifstream traceIn(argv[1]), factsIn(argv[2]);
+  if (!traceIn || !factsIn) {
+    std::fprintf(stderr, "trace_check: cannot read %s\n", !traceIn ? argv[1] : argv[2]);
+    return 2;
+  }
+  std::vector<Json> events;
+  for (std::string line; std::getline(traceIn, line);) {
+    if (line.empty()) continue;
+    try {
+      events.push_back(Json::parse(line));
+    } catch (const Json::exception&) {
+      std::fprintf(stderr, "trace_check: a trace line is not JSON: %s\n", line.c_str());
+      return 1;
+    }
+  }
+  int failures = 0, lineNumber = 0;
+  for (std::string line; std::getline(factsIn, line);) {
+    ++lineNumber;
+    line = trim(line);
+    if (line.empty() || line[0] == '#') continue;
+    const std::string why = check(events, line);
+    if (!why.empty()) {
+      std::fprintf(stderr, "%s:%d: %s\n  %s\n", argv[2], lineNumber, line.c_str(), why.c_str());
+      ++failures;
+    }
+  }
+  return failures == 0 ? 0 : 1;
+}
