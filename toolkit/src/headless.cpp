@@ -47,7 +47,7 @@ class HeadlessBackend final : public Backend {
   std::optional<std::u16string> clipboardText() override { return clipboard_; }
   void setClipboardText(const std::u16string& text) override { clipboard_ = text; }
   // The size of the offscreen platform's screen, so both backends place windows alike.
-  Rect screenBounds() override { return {0, 0, 800, 600}; }
+  Rect screenBounds() override { return {0, 0, 800, 800}; }
   void pump() override {}
   void alert(int id, const std::u16string& text, bool) override {
     std::fprintf(stderr, "Mosa alert %d: %s\n", id, toUtf8(text).c_str());

@@ -43,6 +43,7 @@ class Window final : public DialogWindow {
   }
   void show() override {
     state_.visible = true;
+    ++state_.fronted;
     if (!state_.item(state_.focus)) focusFirstField();
     touch();
     flush();
@@ -55,6 +56,7 @@ class Window final : public DialogWindow {
   void hide() override { state_.visible = false, touch(); }
   bool visible() const override { return state_.visible; }
   void bringToFront() override {
+    ++state_.fronted;
     touch();
     flush();
   }
