@@ -389,6 +389,21 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   EXPECT_GE(widget<QPushButton>(*window, 1)->geometry().top(), scroller->geometry().bottom());
   EXPECT_LE(widget<QPushButton>(*window, 1)->geometry().bottom(), frame.height());
 
+  // A word wider than the message (a long path) breaks rather than being cut off at the right.
+  std::u16string path = u"/home/" + repeated(u"VeryLongFolderNameWithoutSpaces_", 6) + u"/report";
+  state.item(5)->text = u"The file " + path + u" could not be opened.";
+  window->update(state);
+  QRect drawn = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 10000),
+                                                  Qt::TextWordWrap, label->text());
+  EXPECT_LE(drawn.width(), label->width());
+  EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+  EXPECT_EQ(label->text().remove(QChar(0x200B)), toQString(state.item(5)->text));
+
+  // Carriage returns, the host's line ends, break the lines.
+  state.item(5)->text = u"First line\rSecond line\r\rFourth line";
+  window->update(state);
+  EXPECT_EQ(label->text(), QStringLiteral("First line\nSecond line\n\nFourth line"));
+
   // Short again: back to the template's geometry and a plain label.
   state.item(5)->text = u"Done.";
   window->update(state);

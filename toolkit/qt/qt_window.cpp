@@ -30,6 +30,37 @@ QRect toQRect(const Rect& r) {
 // Room above a window for the title bar the window manager adds.
 constexpr int kFrameAllowance = 40;
 
+// A static text as its label shows it: its lines broken where the host breaks them, and a word wider than the item (a long path, a link) may
+// break anywhere, so that none of it is cut off at the right.
+QString wrappableText(const std::u16string& text, const QLabel& label, int width) {
+  // The host ends lines with carriage returns; a label breaks lines at newlines only.
+  QString source = toQString(text)
+                       .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+                       .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  const QFontMetrics metrics = label.fontMetrics();
+  // The narrower width of a scrolling view, so a word breaks the same way in both.
+  width -= label.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  QString out;
+  qsizetype start = 0;
+  while (start < source.size()) {
+    qsizetype end = start;
+    while (end < source.size() && !source.at(end).isSpace()) ++end;
+    QStringView word = QStringView(source).mid(start, end - start);
+    if (metrics.horizontalAdvance(word.toString()) > width) {
+      for (qsizetype i = 0; i < word.size(); ++i) {
+        const QChar c = word.at(i);
+        if (i > 0 && !c.isLowSurrogate() && !c.isMark()) out += QChar(0x200B);
+        out += c;
+      }
+    } else {
+      out += word;
+    }
+    while (end < source.size() && source.at(end).isSpace()) out += source.at(end++);
+    start = end;
+  }
+  return out;
+}
+
 // Window titles are plain text: Qt reads "[*]" as the modified-document mark unless doubled.
 QString plainWindowTitle(const std::u16string& title) {
   return toQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -194,7 +225,7 @@ void QtWindow::update(const detail::WindowState& state) {
   for (const detail::ItemState& item : state.items) {
     if (item.kind != ItemKind::Text) continue;
     if (auto* label = qobject_cast<QLabel*>(itemWidget(item.n))) {
-      const QString text = toQString(item.text);
+      const QString text = wrappableText(item.text, *label, item.rect.width());
       if (label->text() != text) label->setText(text);
     }
   }
@@ -679,7 +710,8 @@ int QtWindow::textContentHeight(const detail::WindowState& state, int n) {
     return static_cast<int>(std::ceil(area->document()->size().height()));
   }
   if (auto* label = qobject_cast<QLabel*>(widget)) {
-    if (label->text() != toQString(item->text)) label->setText(toQString(item->text));
+    const QString text = wrappableText(item->text, *label, item->rect.width());
+    if (label->text() != text) label->setText(text);
     return label->heightForWidth(item->rect.width());
   }
   return detail::wrappedLineCount(item->text, item->rect.width()) * detail::kLineHeight;
