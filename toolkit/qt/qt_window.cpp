@@ -30,8 +30,9 @@ QRect toQRect(const Rect& r) {
 // Room above a window for the title bar the window manager adds.
 constexpr int kFrameAllowance = 40;
 
-// A static text as its label shows it: its lines broken where the host breaks them, and a word wider than the item (a long path, a link) may
-// break anywhere, so that none of it is cut off at the right.
+// A static text as its label shows it: its lines broken where the host breaks them, and a word
+// wider than the item (a long path, a link) may break anywhere, so that none of it is cut off at
+// the right.
 QString wrappableText(const std::u16string& text, const QLabel& label, int width) {
   // The host ends lines with carriage returns; a label breaks lines at newlines only.
   QString source = toQString(text)
