@@ -150,7 +150,7 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
         static const char16_t name[] = u"Fake Plug-In";
         auto* buffer = reinterpret_cast<char16_t*>(pb->result);
         const fmx::ptrtype size = pb->parm3;
-        if (pb->parm1 == 1 && buffer && size > sizeof name / 2) {
+        if (pb->parm1 == 128 && buffer && size > sizeof name / 2) {
           std::memcpy(buffer, name, sizeof name);
         }
         break;
