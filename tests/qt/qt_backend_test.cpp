@@ -175,6 +175,13 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
     EXPECT_EQ(pixmap.deviceIndependentSize().toSize(), QSize(32, 32));
     EXPECT_EQ(pixmap.width(), qRound(32 * ratio));
   }
+  // Moved to another screen: drawn again for that screen's pixel ratio.
+  icon->setProperty("iconKey", QString());
+  icon->setPixmap(QPixmap());
+  QEvent moved(QEvent::ScreenChangeInternal);
+  QCoreApplication::sendEvent(window->window(), &moved);
+  ASSERT_FALSE(icon->pixmap().isNull());
+  EXPECT_EQ(icon->pixmap().devicePixelRatio(), ratio);
   // A wide picture keeps its proportions inside the square.
   auto image = std::make_shared<Image>();
   image->width = 64;

@@ -273,6 +273,23 @@ void QtWindow::placeWindow(const QRect& frame) {
   placed_ = frame;
 }
 
+// Drawn for the pixel ratio of the screen the window is on; again when that changes.
+void QtWindow::drawIcon(Item& entry) {
+  auto* label = qobject_cast<QLabel*>(entry.widget.data());
+  if (!label) return;
+  const qreal ratio = label->devicePixelRatioF();
+  // Redraw only when what is drawn, its size or the pixel ratio changed.
+  QString key = QStringLiteral("%1:%2:%3x%4@%5")
+                    .arg(static_cast<int>(entry.icon))
+                    .arg(reinterpret_cast<quintptr>(entry.image.get()))
+                    .arg(label->width())
+                    .arg(label->height())
+                    .arg(ratio);
+  if (label->property("iconKey").toString() == key) return;
+  label->setProperty("iconKey", key);
+  label->setPixmap(iconPixmap(entry.icon, entry.image.get(), label->size(), ratio));
+}
+
 void QtWindow::setScrolled(Item& entry, bool scrolled) {
   if (scrolled == !entry.scroller.isNull()) return;
   QWidget* label = entry.widget;
@@ -360,19 +377,10 @@ void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowStat
       break;
     }
     case ItemKind::Icon: {
-      auto* label = static_cast<QLabel*>(widget);
-      // Redraw only when what is drawn or its size changed.
-      QString key = QStringLiteral("%1:%2:%3x%4@%5")
-                        .arg(static_cast<int>(item.icon))
-                        .arg(reinterpret_cast<quintptr>(item.image.get()))
-                        .arg(rect.width())
-                        .arg(rect.height())
-                        .arg(widget->devicePixelRatioF());
-      if (label->property("iconKey").toString() != key) {
-        label->setProperty("iconKey", key);
-        label->setPixmap(
-            iconPixmap(item.icon, item.image.get(), rect.size(), widget->devicePixelRatioF()));
-      }
+      Item& entry = items_.at(item.n);
+      entry.icon = item.icon;
+      entry.image = item.image;
+      drawIcon(entry);
       break;
     }
     case ItemKind::List: {
@@ -457,6 +465,13 @@ Event QtWindow::takeEvent() {
 }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window_ && event->type() == QEvent::ScreenChangeInternal) {
+    // Moved to a screen of another pixel ratio: the icons are drawn for it.
+    for (auto& [n, entry] : items_) {
+      if (entry.kind == ItemKind::Icon) drawIcon(entry);
+    }
+    return false;
+  }
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
