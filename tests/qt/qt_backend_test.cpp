@@ -496,11 +496,18 @@ class PaintCounter : public QObject {
 TEST_F(QtBackendTest, AWindowOpenBetweenCallsIsRedrawnByThePump) {
   WindowState state = everyKind();
   state.persistent = true;
+  state.visible = false;
   auto window = open(state);
-  backend_->pump();
   auto* message = widget<QLabel>(*window, 3);
   PaintCounter counter;
   message->installEventFilter(&counter);
+  // Shown: drawn by the first pump.
+  state.visible = true;
+  ++state.fronted;
+  window->update(state);
+  backend_->pump();
+  EXPECT_GE(counter.paints, 1);
+  counter.paints = 0;
   state.item(3)->text = u"Step 2 of 10";
   window->update(state);
   EXPECT_EQ(counter.paints, 0);  // nothing is drawn until events run

@@ -247,7 +247,7 @@ void QtWindow::update(const detail::WindowState& state) {
   if (state.visible && state.fronted != fronted_) {
     // Shown or asked to the front: in front of all windows, with the keyboard.
     window_->raise();
-    window_->activateWindow();
+    if (!window_->isActiveWindow()) window_->activateWindow();
   }
   fronted_ = state.fronted;
   QWidget* focus = itemWidget(state.focus);
