@@ -175,6 +175,13 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
     EXPECT_EQ(pixmap.deviceIndependentSize().toSize(), QSize(32, 32));
     EXPECT_EQ(pixmap.width(), qRound(32 * ratio));
   }
+  // Moved to another screen: drawn again for that screen's pixel ratio.
+  icon->setProperty("iconKey", QString());
+  icon->setPixmap(QPixmap());
+  QEvent moved(QEvent::ScreenChangeInternal);
+  QCoreApplication::sendEvent(window->window(), &moved);
+  ASSERT_FALSE(icon->pixmap().isNull());
+  EXPECT_EQ(icon->pixmap().devicePixelRatio(), ratio);
   // A wide picture keeps its proportions inside the square.
   auto image = std::make_shared<Image>();
   image->width = 64;
@@ -389,6 +396,21 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   EXPECT_GE(widget<QPushButton>(*window, 1)->geometry().top(), scroller->geometry().bottom());
   EXPECT_LE(widget<QPushButton>(*window, 1)->geometry().bottom(), frame.height());
 
+  // A word wider than the message (a long path) breaks rather than being cut off at the right.
+  std::u16string path = u"/home/" + repeated(u"VeryLongFolderNameWithoutSpaces_", 6) + u"/report";
+  state.item(5)->text = u"The file " + path + u" could not be opened.";
+  window->update(state);
+  QRect drawn = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 10000),
+                                                  Qt::TextWordWrap, label->text());
+  EXPECT_LE(drawn.width(), label->width());
+  EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+  EXPECT_EQ(label->text().remove(QChar(0x200B)), toQString(state.item(5)->text));
+
+  // Carriage returns, the host's line ends, break the lines.
+  state.item(5)->text = u"First line\rSecond line\r\rFourth line";
+  window->update(state);
+  EXPECT_EQ(label->text(), QStringLiteral("First line\nSecond line\n\nFourth line"));
+
   // Short again: back to the template's geometry and a plain label.
   state.item(5)->text = u"Done.";
   window->update(state);
@@ -474,11 +496,18 @@ class PaintCounter : public QObject {
 TEST_F(QtBackendTest, AWindowOpenBetweenCallsIsRedrawnByThePump) {
   WindowState state = everyKind();
   state.persistent = true;
+  state.visible = false;
   auto window = open(state);
-  backend_->pump();
   auto* message = widget<QLabel>(*window, 3);
   PaintCounter counter;
   message->installEventFilter(&counter);
+  // Shown: drawn by the first pump.
+  state.visible = true;
+  ++state.fronted;
+  window->update(state);
+  backend_->pump();
+  EXPECT_GE(counter.paints, 1);
+  counter.paints = 0;
   state.item(3)->text = u"Step 2 of 10";
   window->update(state);
   EXPECT_EQ(counter.paints, 0);  // nothing is drawn until events run

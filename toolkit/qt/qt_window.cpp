@@ -30,6 +30,38 @@ QRect toQRect(const Rect& r) {
 // Room above a window for the title bar the window manager adds.
 constexpr int kFrameAllowance = 40;
 
+// A static text as its label shows it: its lines broken where the host breaks them, and a word
+// wider than the item (a long path, a link) may break anywhere, so that none of it is cut off at
+// the right.
+QString wrappableText(const std::u16string& text, const QLabel& label, int width) {
+  // The host ends lines with carriage returns; a label breaks lines at newlines only.
+  QString source = toQString(text)
+                       .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+                       .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  const QFontMetrics metrics = label.fontMetrics();
+  // The narrower width of a scrolling view, so a word breaks the same way in both.
+  width -= label.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  QString out;
+  qsizetype start = 0;
+  while (start < source.size()) {
+    qsizetype end = start;
+    while (end < source.size() && !source.at(end).isSpace()) ++end;
+    QStringView word = QStringView(source).mid(start, end - start);
+    if (metrics.horizontalAdvance(word.toString()) > width) {
+      for (qsizetype i = 0; i < word.size(); ++i) {
+        const QChar c = word.at(i);
+        if (i > 0 && !c.isLowSurrogate() && !c.isMark()) out += QChar(0x200B);
+        out += c;
+      }
+    } else {
+      out += word;
+    }
+    while (end < source.size() && source.at(end).isSpace()) out += source.at(end++);
+    start = end;
+  }
+  return out;
+}
+
 // Window titles are plain text: Qt reads "[*]" as the modified-document mark unless doubled.
 QString plainWindowTitle(const std::u16string& title) {
   return toQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
@@ -194,7 +226,7 @@ void QtWindow::update(const detail::WindowState& state) {
   for (const detail::ItemState& item : state.items) {
     if (item.kind != ItemKind::Text) continue;
     if (auto* label = qobject_cast<QLabel*>(itemWidget(item.n))) {
-      const QString text = toQString(item.text);
+      const QString text = wrappableText(item.text, *label, item.rect.width());
       if (label->text() != text) label->setText(text);
     }
   }
@@ -215,7 +247,7 @@ void QtWindow::update(const detail::WindowState& state) {
   if (state.visible && state.fronted != fronted_) {
     // Shown or asked to the front: in front of all windows, with the keyboard.
     window_->raise();
-    window_->activateWindow();
+    if (!window_->isActiveWindow()) window_->activateWindow();
   }
   fronted_ = state.fronted;
   QWidget* focus = itemWidget(state.focus);
@@ -239,6 +271,23 @@ void QtWindow::placeWindow(const QRect& frame) {
     window_->resize(frame.size());
   }
   placed_ = frame;
+}
+
+// Drawn for the pixel ratio of the screen the window is on; again when that changes.
+void QtWindow::drawIcon(Item& entry) {
+  auto* label = qobject_cast<QLabel*>(entry.widget.data());
+  if (!label) return;
+  const qreal ratio = label->devicePixelRatioF();
+  // Redraw only when what is drawn, its size or the pixel ratio changed.
+  QString key = QStringLiteral("%1:%2:%3x%4@%5")
+                    .arg(static_cast<int>(entry.icon))
+                    .arg(reinterpret_cast<quintptr>(entry.image.get()))
+                    .arg(label->width())
+                    .arg(label->height())
+                    .arg(ratio);
+  if (label->property("iconKey").toString() == key) return;
+  label->setProperty("iconKey", key);
+  label->setPixmap(iconPixmap(entry.icon, entry.image.get(), label->size(), ratio));
 }
 
 void QtWindow::setScrolled(Item& entry, bool scrolled) {
@@ -328,19 +377,10 @@ void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowStat
       break;
     }
     case ItemKind::Icon: {
-      auto* label = static_cast<QLabel*>(widget);
-      // Redraw only when what is drawn or its size changed.
-      QString key = QStringLiteral("%1:%2:%3x%4@%5")
-                        .arg(static_cast<int>(item.icon))
-                        .arg(reinterpret_cast<quintptr>(item.image.get()))
-                        .arg(rect.width())
-                        .arg(rect.height())
-                        .arg(widget->devicePixelRatioF());
-      if (label->property("iconKey").toString() != key) {
-        label->setProperty("iconKey", key);
-        label->setPixmap(
-            iconPixmap(item.icon, item.image.get(), rect.size(), widget->devicePixelRatioF()));
-      }
+      Item& entry = items_.at(item.n);
+      entry.icon = item.icon;
+      entry.image = item.image;
+      drawIcon(entry);
       break;
     }
     case ItemKind::List: {
@@ -425,6 +465,13 @@ Event QtWindow::takeEvent() {
 }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window_ && event->type() == QEvent::ScreenChangeInternal) {
+    // Moved to a screen of another pixel ratio: the icons are drawn for it.
+    for (auto& [n, entry] : items_) {
+      if (entry.kind == ItemKind::Icon) drawIcon(entry);
+    }
+    return false;
+  }
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
@@ -679,7 +726,8 @@ int QtWindow::textContentHeight(const detail::WindowState& state, int n) {
     return static_cast<int>(std::ceil(area->document()->size().height()));
   }
   if (auto* label = qobject_cast<QLabel*>(widget)) {
-    if (label->text() != toQString(item->text)) label->setText(toQString(item->text));
+    const QString text = wrappableText(item->text, *label, item->rect.width());
+    if (label->text() != text) label->setText(text);
     return label->heightForWidth(item->rect.width());
   }
   return detail::wrappedLineCount(item->text, item->rect.width()) * detail::kLineHeight;

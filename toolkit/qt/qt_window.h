@@ -44,7 +44,9 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   struct Item {
     ItemKind kind = ItemKind::Text;
     QPointer<QWidget> widget;
-    QPointer<QScrollArea> scroller;  // a text too long for the screen scrolls in this view
+    QPointer<QScrollArea> scroller;      // a text too long for the screen scrolls in this view
+    IconKind icon = IconKind::None;      // icon items: what is drawn
+    std::shared_ptr<const Image> image;  // icon items: the custom picture
   };
 
   void buildItems(const detail::WindowState& state);
@@ -52,6 +54,7 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   void applyItem(const detail::ItemState& item, const detail::WindowState& state, QRect rect,
                  bool scrolled);
   void setScrolled(Item& entry, bool scrolled);
+  void drawIcon(Item& entry);
   int itemOf(const QObject* object) const;  // item number owning a widget (or one inside it); 0
   void post(const Event& event);
   Event takeEvent();

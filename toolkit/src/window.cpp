@@ -205,6 +205,10 @@ class Window final : public DialogWindow {
   Event nextEvent(Tick deadline) override {
     flush();
     Session& s = session();
+    if (opened_ && !readyTold_) {
+      readyTold_ = true;
+      if (s.ready) s.ready();
+    }
     if (s.stopped) throw NoAnswerLeft(s.stopMessage);
     Backend& b = backend();
     auto passed = [&] { return deadline != kNoDeadline && b.ticks() >= deadline; };
@@ -308,6 +312,7 @@ class Window final : public DialogWindow {
   WindowState state_;
   std::unique_ptr<BackendWindow> native_;
   bool opened_ = false;
+  bool readyTold_ = false;  // the ready observer heard of this window
   bool dirty_ = true;
   std::uint64_t traced_ = 0;
 };
