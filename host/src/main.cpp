@@ -82,9 +82,17 @@ int main(int argc, char** argv) {
   app.add_option("--ui", ui,
                  "headless or qt: where dialogs run (default: Qt when a display is available, "
                  "headless otherwise)");
+  // Each occurrence takes exactly one value, so "--answer 'click 1' script.fmscript" leaves the
+  // script to be the script.
   app.add_option("--answers", answerFiles, "a file of answers, one action per line (repeatable)")
-      ->check(CLI::ExistingFile);
-  app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)");
+      ->check(CLI::ExistingFile)
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)")
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   app.add_option("--trace", session.tracePath, "write each dialog state as JSON Lines to FILE");
   app.add_option("--shots", session.shotsDir, "save a PNG of each dialog state in DIR (Qt only)");
   try {
