@@ -82,12 +82,17 @@ int main(int argc, char** argv) {
   app.add_option("--ui", ui,
                  "headless or qt: where dialogs run (default: Qt when a display is available, "
                  "headless otherwise)");
-  // Each takes one value per use, so the script may follow them.
+  // Each occurrence takes exactly one value, so "--answer 'click 1' script.fmscript" leaves the
+  // script to be the script.
   app.add_option("--answers", answerFiles, "a file of answers, one action per line (repeatable)")
       ->check(CLI::ExistingFile)
-      ->allow_extra_args(false);
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   app.add_option("--answer", answerActions, "one answer, such as 'click 2' (repeatable, in order)")
-      ->allow_extra_args(false);
+      ->expected(1)
+      ->allow_extra_args(false)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   app.add_option("--trace", session.tracePath, "write each dialog state as JSON Lines to FILE");
   app.add_option("--shots", session.shotsDir, "save a PNG of each dialog state in DIR (Qt only)");
   try {

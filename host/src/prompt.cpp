@@ -27,8 +27,8 @@ void printHelp() {
 }  // namespace
 
 int runPrompt(Runner& runner) {
-  // The host asks the plug-in for its name (string 1) to show which one is loaded.
-  const std::u16string name = runner.plugin() ? runner.plugin()->getString(1) : u"";
+  // The host asks the plug-in for its name (string 128) to show which one is loaded.
+  const std::u16string name = runner.plugin() ? runner.plugin()->getString(kPluginNameString) : u"";
   if (!name.empty()) std::printf("mosa-host: %s is loaded\n", utf16ToUtf8(name).c_str());
   std::printf("mosa-host: type :help for help, :quit to leave\n");
   for (;;) {

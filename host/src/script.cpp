@@ -31,6 +31,10 @@ char32_t lowerAscii(char32_t c) {
   return c >= U'A' && c <= U'Z' ? c + 32 : c;
 }
 
+bool isAsciiLetter(char32_t c) {
+  return (c >= U'A' && c <= U'Z') || (c >= U'a' && c <= U'z');
+}
+
 class ScriptParser {
  public:
   explicit ScriptParser(std::string_view utf8) : src_(utf8), s_(src_.text()) {}
@@ -131,6 +135,17 @@ class ScriptParser {
       return;
     }
     pos_ = start;
+    // Words and then "[" are a script step, never a calculation: one this host does not know.
+    size_t p = pos_;
+    while (p < s_.size() &&
+           (isAsciiLetter(s_[p]) || s_[p] == U' ' || s_[p] == U'\t' || s_[p] == U'/'))
+      ++p;
+    if (p > pos_ && p < s_.size() && s_[p] == U'[' && isAsciiLetter(s_[pos_])) {
+      std::string name;
+      for (size_t i = pos_; i < p; ++i) name += static_cast<char>(s_[i]);
+      name.erase(name.find_last_not_of(" \t") + 1);
+      fail(step.loc, "unknown script step \"" + name + "\"");
+    }
     step.kind = Step::Kind::Expression;
     step.expr = parseExpression(src_, pos_, false);
     endOfLine();

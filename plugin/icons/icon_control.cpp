@@ -15,6 +15,7 @@
 
 namespace {
 
+// The switches buffer of every function: 999 bytes of text and the terminator.
 constexpr fmx::uint32 kSwitchesSize = 1000;
 
 fmx::int32 StreamIndex(const fmx::BinaryData& data, char a, char b, char c, char d) {
@@ -121,7 +122,7 @@ MOSA_HANDLER(ZkMosa7_DoIconControl) {
       err = kErrParam;
     } else {
       fmx::uint32 index = 0;
-      char switches[kSwitchesSize + 1] = {};
+      char switches[kSwitchesSize] = {};
       XP7_GetNextCStringFromVect(args, switches, sizeof switches, &index, 4);
       if (XP_HasSwitch(switches, "-SetCustomIcon"))
         err = Zk7GetIconFromContainer(true, args);

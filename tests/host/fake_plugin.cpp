@@ -42,7 +42,11 @@ fmx::errcode Dispatch(fmx::int16 id, const fmx::ExprEnv&, const fmx::DataVect& a
         break;
       case 10: {  // Fake_Echo: the texts joined with "|"
         std::string out;
-        for (fmx::uint32 i = 0; i < args.Size(); ++i) out += (i ? "|" : "") + argText(args, i);
+        // Appended piece by piece: GCC 12 at -O3 warns falsely (-Wrestrict) on "x" + string.
+        for (fmx::uint32 i = 0; i < args.Size(); ++i) {
+          if (i) out += '|';
+          out += argText(args, i);
+        }
         setText(result, out);
         break;
       }
@@ -66,7 +70,9 @@ fmx::errcode Dispatch(fmx::int16 id, const fmx::ExprEnv&, const fmx::DataVect& a
           fmx::QuadCharUniquePtr q;
           b.GetType(i, *q);
           for (int k = 0; k < 4; ++k) out.push_back(static_cast<char>((*q)[k]));
-          out += ":" + std::to_string(b.GetSize(i)) + " ";
+          out += ':';
+          out += std::to_string(b.GetSize(i));
+          out += ' ';
         }
         fmx::QuadCharUniquePtr size('S', 'I', 'Z', 'E');
         const fmx::int32 at = b.GetIndex(*size);
@@ -150,7 +156,7 @@ extern "C" __attribute__((visibility("default"))) void FMExternCallProc(FMX_Exte
         static const char16_t name[] = u"Fake Plug-In";
         auto* buffer = reinterpret_cast<char16_t*>(pb->result);
         const fmx::ptrtype size = pb->parm3;
-        if (pb->parm1 == 1 && buffer && size > sizeof name / 2) {
+        if (pb->parm1 == 128 && buffer && size > sizeof name / 2) {
           std::memcpy(buffer, name, sizeof name);
         }
         break;

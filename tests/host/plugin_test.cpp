@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "host/plugin.h"
+#include "host/runner.h"
 
 namespace host {
 namespace {
@@ -22,8 +23,8 @@ TEST(PluginLoading, LifecycleRegistrationsAndCalls) {
     // The instance id points at the folder that holds the module.
     EXPECT_EQ(p.call(u"fake_folder", {}).toUtf8(),
               std::filesystem::path(FAKE_PLUGIN).parent_path().string());
-    EXPECT_EQ(p.getString(1), u"Fake Plug-In");
-    EXPECT_EQ(p.getString(1, 0, 4), u"");  // too small a buffer: the plug-in leaves it empty
+    EXPECT_EQ(p.getString(128), u"Fake Plug-In");
+    EXPECT_EQ(p.getString(128, 0, 4), u"");  // too small a buffer: the plug-in leaves it empty
 
     // Two registrations share a name; the argument count picks one.
     auto ranges = p.lookup(u"FAKE_VERSION");
@@ -69,6 +70,26 @@ TEST(PluginLoading, BadFilesGiveClearMessages) {
   std::fputs("not a module", f);
   std::fclose(f);
   EXPECT_NE(message(junk).find("cannot be loaded"), std::string::npos);
+}
+
+TEST(Runner, IdlesAtLevelThreeBetweenStepsAndAtZeroWhileLingering) {
+  RunOptions options;
+  options.pluginPath = FAKE_PLUGIN;
+  options.lingerSeconds = 0.02;
+  std::FILE* out = std::tmpfile();
+  ASSERT_NE(out, nullptr);
+  {
+    Runner runner(options, out, out);
+    ASSERT_NE(runner.plugin(), nullptr);
+    runner.plugin()->call(u"Fake_IdleLog", {});  // forgets the idle calls of start-up
+    EXPECT_EQ(runner.runScriptText("1\n\"two\"\n", "steps"), kExitOk);
+    EXPECT_EQ(runner.plugin()->call(u"Fake_IdleLog", {}).toUtf8(), "33");
+    runner.linger();
+    const std::string lingering = runner.plugin()->call(u"Fake_IdleLog", {}).toUtf8();
+    EXPECT_FALSE(lingering.empty());
+    EXPECT_EQ(lingering.find_first_not_of('0'), std::string::npos) << lingering;
+  }
+  std::fclose(out);
 }
 
 }  // namespace

@@ -12,8 +12,10 @@
 #include <QListWidget>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QTextEdit>
+#include <QWindow>
 
 #include <filesystem>
 
@@ -173,6 +175,13 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
     EXPECT_EQ(pixmap.deviceIndependentSize().toSize(), QSize(32, 32));
     EXPECT_EQ(pixmap.width(), qRound(32 * ratio));
   }
+  // Moved to another screen: drawn again for that screen's pixel ratio.
+  icon->setProperty("iconKey", QString());
+  icon->setPixmap(QPixmap());
+  QEvent moved(QEvent::ScreenChangeInternal);
+  QCoreApplication::sendEvent(window->window(), &moved);
+  ASSERT_FALSE(icon->pixmap().isNull());
+  EXPECT_EQ(icon->pixmap().devicePixelRatio(), ratio);
   // A wide picture keeps its proportions inside the square.
   auto image = std::make_shared<Image>();
   image->width = 64;
@@ -321,6 +330,211 @@ TEST_F(QtBackendTest, PersonsEventsAndDeadlines) {
   Event idle = window->waitEvent(state, deadline);
   EXPECT_EQ(idle.type, Event::Type::Null);
   EXPECT_GE(static_cast<std::int32_t>(backend_->ticks() - deadline), 0);
+}
+
+// The standard dialog's layout: a message, an icon and four buttons below the message.
+WindowState messageWindow(std::u16string message) {
+  WindowState state;
+  state.id = 24272;
+  state.frame = Rect{180, 216, 180 + 440, 216 + 150};
+  state.visible = true;
+  state.fronted = 1;
+  state.defaultItem = 1;
+  state.items = {
+      makeItem(1, ItemKind::Button, {336, 106, 424, 134}, u"OK"),
+      makeItem(2, ItemKind::Button, {238, 106, 326, 134}, u"Cancel"),
+      makeItem(3, ItemKind::Button, {140, 106, 228, 134}),
+      makeItem(4, ItemKind::Button, {42, 106, 130, 134}),
+      makeItem(5, ItemKind::Text, {72, 16, 424, 96}, std::move(message)),
+      makeItem(6, ItemKind::Icon, {20, 16, 52, 48}),
+  };
+  state.item(3)->visible = state.item(4)->visible = false;
+  return state;
+}
+
+std::u16string repeated(const std::u16string& text, int times) {
+  std::u16string out;
+  for (int i = 0; i < times; ++i) out += text;
+  return out;
+}
+
+TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
+  const Rect screen = backend_->screenBounds();
+  // Short: the template's geometry, exactly.
+  WindowState state = messageWindow(u"Save changes?");
+  auto window = open(state);
+  EXPECT_EQ(window->window()->geometry(), QRect(180, 216, 440, 150));
+
+  // Some lines too many: the message gets them all, the buttons move down below it, the window
+  // grows by as much and stays on the screen.
+  state.item(5)->text = repeated(u"Some records could not be matched and were skipped. ", 8);
+  window->update(state);
+  auto* label = widget<QLabel>(*window, 5);
+  const int grown = window->window()->height() - 150;
+  EXPECT_GT(grown, 0);
+  EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+  EXPECT_EQ(label->geometry().top(), 16);
+  EXPECT_EQ(widget<QPushButton>(*window, 1)->geometry().top(), 106 + grown);
+  EXPECT_GE(widget<QPushButton>(*window, 1)->geometry().top(), label->geometry().bottom());
+  EXPECT_EQ(widget<QLabel>(*window, 6)->geometry().top(), 16);  // the icon stays by the message
+  EXPECT_LE(window->window()->geometry().bottom(), screen.bottom);
+  EXPECT_EQ(label->parentWidget(), window->window());  // it fits: no scrolling
+
+  // Two thousand characters: the window stays within the screen and the message scrolls.
+  std::u16string huge = repeated(u"0123456789 abcdefghijklmnopqrstuvwxyz ", 53);
+  ASSERT_GE(huge.size(), 2000u);
+  state.item(5)->text = huge;
+  window->update(state);
+  QRect frame = window->window()->geometry();
+  EXPECT_GE(frame.top(), screen.top);
+  EXPECT_LE(frame.bottom(), screen.bottom);
+  auto* scroller = qobject_cast<QScrollArea*>(label->parentWidget()->parentWidget());
+  ASSERT_NE(scroller, nullptr);
+  EXPECT_EQ(label->text(), toQString(huge));
+  EXPECT_GE(label->height(), label->heightForWidth(label->width()));  // nothing cut off
+  EXPECT_GT(label->height(), scroller->viewport()->height());
+  EXPECT_GE(widget<QPushButton>(*window, 1)->geometry().top(), scroller->geometry().bottom());
+  EXPECT_LE(widget<QPushButton>(*window, 1)->geometry().bottom(), frame.height());
+
+  // A word wider than the message (a long path) breaks rather than being cut off at the right.
+  std::u16string path = u"/home/" + repeated(u"VeryLongFolderNameWithoutSpaces_", 6) + u"/report";
+  state.item(5)->text = u"The file " + path + u" could not be opened.";
+  window->update(state);
+  QRect drawn = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 10000),
+                                                  Qt::TextWordWrap, label->text());
+  EXPECT_LE(drawn.width(), label->width());
+  EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+  EXPECT_EQ(label->text().remove(QChar(0x200B)), toQString(state.item(5)->text));
+
+  // Carriage returns, the host's line ends, break the lines.
+  state.item(5)->text = u"First line\rSecond line\r\rFourth line";
+  window->update(state);
+  EXPECT_EQ(label->text(), QStringLiteral("First line\nSecond line\n\nFourth line"));
+
+  // Short again: back to the template's geometry and a plain label.
+  state.item(5)->text = u"Done.";
+  window->update(state);
+  EXPECT_EQ(window->window()->geometry(), QRect(180, 216, 440, 150));
+  EXPECT_EQ(label->parentWidget(), window->window());
+  EXPECT_TRUE(label->isVisible());
+  EXPECT_EQ(label->geometry(), QRect(72, 16, 352, 80));
+}
+
+TEST_F(QtBackendTest, TitlesAreShownAsPlainText) {
+  WindowState state = messageWindow(u"<b>bold</b> & <i>not</i>");
+  state.title = u"Report [*] <b>draft</b>";
+  state.item(1)->text = u"Save & <b>Close</b>";
+  auto window = open(state);
+  EXPECT_EQ(window->window()->windowHandle()->title(), QStringLiteral("Report [*] <b>draft</b>"));
+  EXPECT_EQ(widget<QLabel>(*window, 5)->textFormat(), Qt::PlainText);
+  EXPECT_EQ(widget<QPushButton>(*window, 1)->text(), QStringLiteral("Save && <b>Close</b>"));
+}
+
+TEST_F(QtBackendTest, DialogsComeToTheFrontWithTheKeyboard) {
+  WindowState first = messageWindow(u"First");
+  auto one = open(first);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeWindow(), one->window());
+  EXPECT_EQ(QGuiApplication::focusWindow(), one->window()->windowHandle());
+
+  WindowState second = messageWindow(u"Second");
+  auto two = open(second);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeWindow(), two->window());
+
+  // Asked to the front again (a window that stays open between calls).
+  ++first.fronted;
+  one->update(first);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeWindow(), one->window());
+  // An update that does not ask for the front leaves the keyboard where it is.
+  two->update(second);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(QApplication::activeWindow(), one->window());
+}
+
+TEST_F(QtBackendTest, TheCloseBoxActsAsEscapeAndLeavesTheDialogOpen) {
+  WindowState state = messageWindow(u"Stay");
+  auto window = open(state);
+  // As the window manager's close button does it: through the platform window.
+  EXPECT_FALSE(window->window()->windowHandle()->close());
+  EXPECT_FALSE(window->window()->close());
+  EXPECT_TRUE(window->window()->isVisible());
+  for (int i = 0; i < 2; ++i) {
+    Event close = window->waitEvent(state, backend_->ticks() + 600);
+    EXPECT_EQ(close.type, Event::Type::Key);
+    EXPECT_EQ(close.character, kCharEscape);
+  }
+}
+
+TEST_F(QtBackendTest, AWindowAPersonMovedStaysWhereItWasPut) {
+  WindowState state = messageWindow(u"Drag me");
+  auto window = open(state);
+  window->window()->move(20, 30);
+  const QRect moved = window->window()->geometry();
+  state.item(5)->text = u"Dragged";
+  window->update(state);
+  EXPECT_EQ(window->window()->geometry(), moved);
+  // The dialog places it: it goes there.
+  state.frame = Rect{100, 50, 100 + 440, 50 + 150};
+  window->update(state);
+  EXPECT_EQ(window->window()->geometry().topLeft(), QPoint(100, 50));
+}
+
+// Counts the paint events a widget receives.
+class PaintCounter : public QObject {
+ public:
+  int paints = 0;
+
+ protected:
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++paints;
+    return false;
+  }
+};
+
+TEST_F(QtBackendTest, AWindowOpenBetweenCallsIsRedrawnByThePump) {
+  WindowState state = everyKind();
+  state.persistent = true;
+  state.visible = false;
+  auto window = open(state);
+  auto* message = widget<QLabel>(*window, 3);
+  PaintCounter counter;
+  message->installEventFilter(&counter);
+  // Shown: drawn by the first pump.
+  state.visible = true;
+  ++state.fronted;
+  window->update(state);
+  backend_->pump();
+  EXPECT_GE(counter.paints, 1);
+  counter.paints = 0;
+  state.item(3)->text = u"Step 2 of 10";
+  window->update(state);
+  EXPECT_EQ(counter.paints, 0);  // nothing is drawn until events run
+  backend_->pump();              // as the host does between script steps and while idle
+  EXPECT_GE(counter.paints, 1);
+  message->removeEventFilter(&counter);
+}
+
+TEST_F(QtBackendTest, TabFocusesButtonsAndSpacePressesTheFocusedOne) {
+  WindowState state = messageWindow(u"Keys");
+  auto window = open(state);
+  QCoreApplication::processEvents();
+  // Tab goes to the leftmost button shown, on screen too.
+  answer(*window, state, "key Tab");
+  EXPECT_EQ(state.focus, 2);
+  EXPECT_TRUE(widget<QPushButton>(*window, 2)->hasFocus());
+  answer(*window, state, "key Tab");
+  EXPECT_EQ(state.focus, 1);
+  EXPECT_TRUE(widget<QPushButton>(*window, 1)->hasFocus());
+  // Space is delivered to the focused button as a real key and presses it.
+  Event space = window->inject(state, detail::parseAnswer("key Space"));
+  EXPECT_EQ(space.type, Event::Type::Key);
+  EXPECT_EQ(space.character, kCharSpace);
+  EXPECT_EQ(window->applyDefault(state, space).itemHit, 1);
+  // Return reaches the dialog as Return whatever has the focus; the dialog decides.
+  Event ret = window->inject(state, detail::parseAnswer("key Return"));
+  EXPECT_EQ(ret.character, kCharReturn);
 }
 
 TEST_F(QtBackendTest, ShotsAreThePicturesOfTheWindow) {

@@ -222,3 +222,40 @@ TEST_P(BackendTest, PersistentWindowIsTracedOnlyWhenItChanges) {
 INSTANTIATE_TEST_SUITE_P(Backends, BackendTest,
                          ::testing::Values(toolkit::Backend::Headless, toolkit::Backend::Qt),
                          tktest::backendName);
+
+// A window without fields: Tab and Shift-Tab take the focus through the buttons in reading order,
+// Space presses the button that has it; a hidden or disabled button is passed over.
+TEST_P(BackendTest, TabMovesAmongButtonsAndSpacePressesTheFocusedOne) {
+  configure({"key Space", "key Tab", "key Tab", "key Shift-Tab", "key Shift-Tab", "key Tab",
+             "key Tab", "key Space"});
+  toolkit::DialogTemplate tmpl;
+  tmpl.id = 9002;
+  tmpl.width = 440;
+  tmpl.height = 150;
+  tmpl.items = {{1, ItemKind::Button, {336, 106, 424, 134}, u"Save"},
+                {2, ItemKind::Button, {238, 106, 326, 134}, u"Cancel"},
+                {3, ItemKind::Button, {140, 106, 228, 134}, u"Don't Save"},
+                {4, ItemKind::Button, {42, 106, 130, 134}, u"Hidden"},
+                {5, ItemKind::Text, {72, 16, 424, 96}, u"Save changes?"}};
+  auto d = toolkit::DialogWindow::create(tmpl);
+  ASSERT_TRUE(d);
+  d->setItemVisible(4, false);
+  d->show();
+  EXPECT_EQ(d->focus(), 0);  // nothing has the focus until Tab gives it
+
+  std::vector<int> focus;
+  int hit = 0;
+  while (hit == 0) {
+    Event e = d->nextEvent();
+    hit = d->handleDefault(e).itemHit;
+    focus.push_back(d->focus());
+  }
+  // Space with no focus does nothing; then 3, 2 (Tab), 3, 1 (Shift-Tab wraps), 3 (Tab wraps),
+  // 2, and Space presses button 2.
+  EXPECT_EQ(focus, (std::vector<int>{0, 3, 2, 3, 1, 3, 2, 2}));
+  EXPECT_EQ(hit, 2);
+  d.reset();
+  auto lines = trace();
+  ASSERT_FALSE(lines.empty());
+  EXPECT_EQ(lines.back()["items"][1]["focus"], true);
+}

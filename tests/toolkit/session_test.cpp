@@ -40,6 +40,25 @@ TEST_P(BackendTest, NoAnswerLeftStopsTheRun) {
   EXPECT_THROW(d->nextEvent(), toolkit::NoAnswerLeft);  // a stopped run stays stopped
 }
 
+// The ready observer hears of each shown window once, when it first waits for input.
+TEST_P(BackendTest, TheReadyObserverHearsOfEachShownWindowOnce) {
+  configure({"click 1", "click 2", "click 1"});
+  int ready = 0;
+  toolkit::setReadyObserver([&] { ++ready; });
+  auto hidden = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(hidden);
+  EXPECT_EQ(hidden->nextEvent().item, 1);  // never shown: not ready for a person
+  EXPECT_EQ(ready, 0);
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  d->show();
+  EXPECT_EQ(ready, 0);
+  EXPECT_EQ(d->nextEvent().item, 2);
+  EXPECT_EQ(ready, 1);
+  EXPECT_EQ(d->nextEvent().item, 1);
+  EXPECT_EQ(ready, 1);
+  toolkit::setReadyObserver(nullptr);
+}
+
 TEST_P(BackendTest, BeepsAndAlertsAreTraced) {
   configure({});
   toolkit::beep();

@@ -130,7 +130,11 @@ void QtBackend::pump() {
 }
 
 void QtBackend::alert(int /*id*/, const std::u16string& text, bool scripted) {
-  QMessageBox box(QMessageBox::Warning, QString(), toQString(text), QMessageBox::Ok);
+  // Lines end with carriage returns in the host's texts; a message box breaks at newlines.
+  QString message = toQString(text)
+                        .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+                        .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  QMessageBox box(QMessageBox::Warning, QString(), message, QMessageBox::Ok);
   box.setTextFormat(Qt::PlainText);
   // Off screen no person can see it: it is drawn and dismissed as when answers drive the run.
   if (!scripted && QGuiApplication::platformName() != QLatin1String("offscreen")) {

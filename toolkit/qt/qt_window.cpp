@@ -17,6 +17,7 @@
 #include <QWindow>
 
 #include "qt_backend.h"
+#include "qt_fit.h"
 #include "qt_keys.h"
 
 namespace toolkit::qt {
@@ -24,6 +25,46 @@ namespace {
 
 QRect toQRect(const Rect& r) {
   return QRect(r.left, r.top, r.width(), r.height());
+}
+
+// Room above a window for the title bar the window manager adds.
+constexpr int kFrameAllowance = 40;
+
+// A static text as its label shows it: its lines broken where the host breaks them, and a word
+// wider than the item (a long path, a link) may break anywhere, so that none of it is cut off at
+// the right.
+QString wrappableText(const std::u16string& text, const QLabel& label, int width) {
+  // The host ends lines with carriage returns; a label breaks lines at newlines only.
+  QString source = toQString(text)
+                       .replace(QLatin1String("\r\n"), QLatin1String("\n"))
+                       .replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  const QFontMetrics metrics = label.fontMetrics();
+  // The narrower width of a scrolling view, so a word breaks the same way in both.
+  width -= label.style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  QString out;
+  qsizetype start = 0;
+  while (start < source.size()) {
+    qsizetype end = start;
+    while (end < source.size() && !source.at(end).isSpace()) ++end;
+    QStringView word = QStringView(source).mid(start, end - start);
+    if (metrics.horizontalAdvance(word.toString()) > width) {
+      for (qsizetype i = 0; i < word.size(); ++i) {
+        const QChar c = word.at(i);
+        if (i > 0 && !c.isLowSurrogate() && !c.isMark()) out += QChar(0x200B);
+        out += c;
+      }
+    } else {
+      out += word;
+    }
+    while (end < source.size() && source.at(end).isSpace()) out += source.at(end++);
+    start = end;
+  }
+  return out;
+}
+
+// Window titles are plain text: Qt reads "[*]" as the modified-document mark unless doubled.
+QString plainWindowTitle(const std::u16string& title) {
+  return toQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
 }
 
 // Button and check box titles are plain text: '&' would otherwise mark a shortcut.
@@ -102,7 +143,8 @@ void QtWindow::buildItems(const detail::WindowState& state) {
       case ItemKind::Button: {
         auto* button = new QPushButton(window_);
         button->setAutoDefault(false);
-        button->setFocusPolicy(Qt::NoFocus);
+        // The model moves the focus (Tab); a click on a button does not take it.
+        button->setFocusPolicy(Qt::TabFocus);
         connect(button, &QPushButton::clicked, this, [this, n] {
           if (!updating_) post(Event{.type = Event::Type::Click, .item = n});
         });
@@ -179,23 +221,35 @@ void QtWindow::buildItems(const detail::WindowState& state) {
 
 void QtWindow::update(const detail::WindowState& state) {
   updating_ = true;
-  window_->setWindowTitle(toQString(state.title));
-  QRect frame = toQRect(state.frame);
-  if (resizable_) {
-    window_->setMinimumSize(state.minWidth, state.minHeight);
-  } else {
-    window_->setFixedSize(frame.size());
+  window_->setWindowTitle(plainWindowTitle(state.title));
+  // Texts first: fitting the window to them measures them.
+  for (const detail::ItemState& item : state.items) {
+    if (item.kind != ItemKind::Text) continue;
+    if (auto* label = qobject_cast<QLabel*>(itemWidget(item.n))) {
+      const QString text = wrappableText(item.text, *label, item.rect.width());
+      if (label->text() != text) label->setText(text);
+    }
   }
-  if (window_->geometry() != frame) window_->setGeometry(frame);
-  for (const detail::ItemState& item : state.items) applyItem(item, state);
+  const int lineHeight = window_->fontMetrics().lineSpacing();
+  const Fitted fitted = fitTexts(state, backend_.screenBounds(), lineHeight, kFrameAllowance,
+                                 [this](const detail::ItemState& item, int width) {
+                                   auto* label = qobject_cast<QLabel*>(itemWidget(item.n));
+                                   return label ? label->heightForWidth(width) : 0;
+                                 });
+  if (resizable_) window_->setMinimumSize(state.minWidth, state.minHeight);
+  placeWindow(toQRect(fitted.frame));
+  for (const detail::ItemState& item : state.items) {
+    applyItem(item, state, toQRect(fitted.rects.at(item.n)), fitted.scrolled.count(item.n) > 0);
+  }
 
-  if (state.visible && !window_->isVisible()) {
-    window_->show();
+  if (state.visible && !window_->isVisible()) window_->show();
+  if (!state.visible && window_->isVisible()) window_->hide();
+  if (state.visible && state.fronted != fronted_) {
+    // Shown or asked to the front: in front of all windows, with the keyboard.
     window_->raise();
-    window_->activateWindow();
-  } else if (!state.visible && window_->isVisible()) {
-    window_->hide();
+    if (!window_->isActiveWindow()) window_->activateWindow();
   }
+  fronted_ = state.fronted;
   QWidget* focus = itemWidget(state.focus);
   if (focus && focus->focusPolicy() != Qt::NoFocus && focus->isVisible()) {
     if (!focus->hasFocus()) focus->setFocus(Qt::OtherFocusReason);
@@ -206,12 +260,67 @@ void QtWindow::update(const detail::WindowState& state) {
   updating_ = false;
 }
 
-void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowState& state) {
-  QWidget* widget = itemWidget(item.n);
-  if (!widget) return;
-  QRect rect = toQRect(item.rect);
-  if (widget->geometry() != rect) widget->setGeometry(rect);
-  if (widget->isHidden() == item.visible) widget->setVisible(item.visible);
+// Only a change in the model moves or sizes the window, so a window a person dragged elsewhere
+// stays where it was put.
+void QtWindow::placeWindow(const QRect& frame) {
+  if (frame == placed_) return;
+  if (!resizable_ && frame.size() != placed_.size()) window_->setFixedSize(frame.size());
+  if (frame.topLeft() != placed_.topLeft()) {
+    window_->setGeometry(frame);
+  } else {
+    window_->resize(frame.size());
+  }
+  placed_ = frame;
+}
+
+// Drawn for the pixel ratio of the screen the window is on; again when that changes.
+void QtWindow::drawIcon(Item& entry) {
+  auto* label = qobject_cast<QLabel*>(entry.widget.data());
+  if (!label) return;
+  const qreal ratio = label->devicePixelRatioF();
+  // Redraw only when what is drawn, its size or the pixel ratio changed.
+  QString key = QStringLiteral("%1:%2:%3x%4@%5")
+                    .arg(static_cast<int>(entry.icon))
+                    .arg(reinterpret_cast<quintptr>(entry.image.get()))
+                    .arg(label->width())
+                    .arg(label->height())
+                    .arg(ratio);
+  if (label->property("iconKey").toString() == key) return;
+  label->setProperty("iconKey", key);
+  label->setPixmap(iconPixmap(entry.icon, entry.image.get(), label->size(), ratio));
+}
+
+void QtWindow::setScrolled(Item& entry, bool scrolled) {
+  if (scrolled == !entry.scroller.isNull()) return;
+  QWidget* label = entry.widget;
+  if (scrolled) {
+    auto* area = new QScrollArea(window_);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setWidgetResizable(true);
+    area->setWidget(label);
+    entry.scroller = area;
+  } else {
+    entry.scroller->takeWidget();
+    label->setParent(window_);
+    label->setAutoFillBackground(false);
+    delete entry.scroller.data();
+  }
+}
+
+void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowState& state,
+                         QRect rect, bool scrolled) {
+  auto found = items_.find(item.n);
+  if (found == items_.end() || !found->second.widget) return;
+  QWidget* widget = found->second.widget;
+  if (item.kind == ItemKind::Text) {
+    setScrolled(found->second, scrolled);
+    if (found->second.scroller && widget->isHidden()) widget->show();  // the view shows it
+  }
+  QWidget* outer = found->second.scroller ? found->second.scroller.data() : widget;
+  if (outer->geometry() != rect) outer->setGeometry(rect);
+  if (outer->isHidden() == item.visible) outer->setVisible(item.visible);
   if (widget->isEnabled() != item.enabled) widget->setEnabled(item.enabled);
 
   switch (item.kind) {
@@ -222,12 +331,8 @@ void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowStat
       button->setDefault(item.n == state.defaultItem);
       break;
     }
-    case ItemKind::Text: {
-      auto* label = static_cast<QLabel*>(widget);
-      QString text = toQString(item.text);
-      if (label->text() != text) label->setText(text);
-      break;
-    }
+    case ItemKind::Text:
+      break;  // its text is set before the window is fitted to it
     case ItemKind::Edit: {
       auto* edit = static_cast<QLineEdit*>(widget);
       edit->setEchoMode(item.masked ? QLineEdit::Password : QLineEdit::Normal);
@@ -272,19 +377,10 @@ void QtWindow::applyItem(const detail::ItemState& item, const detail::WindowStat
       break;
     }
     case ItemKind::Icon: {
-      auto* label = static_cast<QLabel*>(widget);
-      // Redraw only when what is drawn or its size changed.
-      QString key = QStringLiteral("%1:%2:%3x%4@%5")
-                        .arg(static_cast<int>(item.icon))
-                        .arg(reinterpret_cast<quintptr>(item.image.get()))
-                        .arg(rect.width())
-                        .arg(rect.height())
-                        .arg(widget->devicePixelRatioF());
-      if (label->property("iconKey").toString() != key) {
-        label->setProperty("iconKey", key);
-        label->setPixmap(
-            iconPixmap(item.icon, item.image.get(), rect.size(), widget->devicePixelRatioF()));
-      }
+      Item& entry = items_.at(item.n);
+      entry.icon = item.icon;
+      entry.image = item.image;
+      drawIcon(entry);
       break;
     }
     case ItemKind::List: {
@@ -369,6 +465,13 @@ Event QtWindow::takeEvent() {
 }
 
 bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == window_ && event->type() == QEvent::ScreenChangeInternal) {
+    // Moved to a screen of another pixel ratio: the icons are drawn for it.
+    for (auto& [n, entry] : items_) {
+      if (entry.kind == ItemKind::Icon) drawIcon(entry);
+    }
+    return false;
+  }
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
@@ -623,7 +726,8 @@ int QtWindow::textContentHeight(const detail::WindowState& state, int n) {
     return static_cast<int>(std::ceil(area->document()->size().height()));
   }
   if (auto* label = qobject_cast<QLabel*>(widget)) {
-    if (label->text() != toQString(item->text)) label->setText(toQString(item->text));
+    const QString text = wrappableText(item->text, *label, item->rect.width());
+    if (label->text() != text) label->setText(text);
     return label->heightForWidth(item->rect.width());
   }
   return detail::wrappedLineCount(item->text, item->rect.width()) * detail::kLineHeight;

@@ -8,6 +8,7 @@
 #include <QKeyEvent>
 #include <QObject>
 #include <QPointer>
+#include <QScrollArea>
 #include <QWidget>
 
 #include <deque>
@@ -43,10 +44,17 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   struct Item {
     ItemKind kind = ItemKind::Text;
     QPointer<QWidget> widget;
+    QPointer<QScrollArea> scroller;      // a text too long for the screen scrolls in this view
+    IconKind icon = IconKind::None;      // icon items: what is drawn
+    std::shared_ptr<const Image> image;  // icon items: the custom picture
   };
 
   void buildItems(const detail::WindowState& state);
-  void applyItem(const detail::ItemState& item, const detail::WindowState& state);
+  void placeWindow(const QRect& frame);
+  void applyItem(const detail::ItemState& item, const detail::WindowState& state, QRect rect,
+                 bool scrolled);
+  void setScrolled(Item& entry, bool scrolled);
+  void drawIcon(Item& entry);
   int itemOf(const QObject* object) const;  // item number owning a widget (or one inside it); 0
   void post(const Event& event);
   Event takeEvent();
@@ -65,6 +73,8 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   bool delivering_ = false;  // a key on its way to a widget after the dialog's filter let it pass
   std::unique_ptr<QKeyEvent> lastKey_;  // the real key event behind the last Key event
   bool resizable_ = false;
+  QRect placed_;  // the frame last given to the window: a window a person moved stays there
+  std::uint64_t fronted_ = 0;  // the model's front requests already carried out
 };
 
 }  // namespace toolkit::qt

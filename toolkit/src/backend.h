@@ -49,6 +49,7 @@ struct WindowState {
   bool resizable = false;
   bool persistent = false;
   bool visible = false;
+  std::uint64_t fronted = 0;  // counts the requests to bring the window to the front
   int defaultItem = 0;
   int focus = 0;
   std::vector<ItemState> items;  // in template order

@@ -1,6 +1,8 @@
 // The window model and the default handling of events on it (what a native dialog does with an
 // event its filter let through).
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "session_state.h"
 
@@ -85,10 +87,25 @@ void replaceSelection(ItemState& item, const std::u16string& text) {
   item.selStart = item.selEnd = item.selStart + static_cast<int>(text.size());
 }
 
+bool takesButtonFocus(const ItemState& item) {
+  return item.kind == ItemKind::Button && item.visible && item.enabled;
+}
+
+// Tab goes through the text fields in template order; in a window without fields, through its
+// buttons in reading order (left to right, then down).
 void moveFocus(WindowState& window, bool backwards) {
   std::vector<int> order;
   for (const ItemState& item : window.items)
     if (takesFocus(item)) order.push_back(item.n);
+  if (order.empty()) {
+    std::vector<const ItemState*> buttons;
+    for (const ItemState& item : window.items)
+      if (takesButtonFocus(item)) buttons.push_back(&item);
+    std::stable_sort(buttons.begin(), buttons.end(), [](const ItemState* a, const ItemState* b) {
+      return std::pair(a->rect.top, a->rect.left) < std::pair(b->rect.top, b->rect.left);
+    });
+    for (const ItemState* button : buttons) order.push_back(button->n);
+  }
   if (order.empty()) return;
   auto at = std::find(order.begin(), order.end(), window.focus);
   int next;
@@ -101,6 +118,7 @@ void moveFocus(WindowState& window, bool backwards) {
   }
   window.focus = next;
   ItemState* item = window.item(next);
+  if (!isTextItem(*item)) return;
   item->selStart = 0;  // tabbing into a field selects its text
   item->selEnd = static_cast<int>(item->text.size());
 }
@@ -202,8 +220,11 @@ Outcome applyDefaultToModel(WindowState& window, const Event& e, Backend& backen
     case Event::Type::Key: {
       ItemState* focused = window.item(window.focus);
       if (focused && takesFocus(*focused)) return keyInText(window, *focused, e, backend);
-      if (e.character == kCharTab && !(e.modifiers & kModCommand))
-        moveFocus(window, (e.modifiers & kModShift) != 0);
+      if (e.modifiers & kModCommand) return {};
+      if (e.character == kCharTab) moveFocus(window, (e.modifiers & kModShift) != 0);
+      // Space presses the button that has the focus.
+      if (e.character == kCharSpace && focused && takesButtonFocus(*focused))
+        return Outcome{.itemHit = focused->n};
       return {};
     }
     case Event::Type::Click: {

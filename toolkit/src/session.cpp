@@ -122,6 +122,10 @@ void warmUp() {
   detail::backend().warmUp();
 }
 
+void setReadyObserver(std::function<void()> observer) {
+  session().ready = std::move(observer);
+}
+
 void endSession() {
   detail::Session& s = session();
   if (s.trace) {

@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -26,6 +27,7 @@ struct Session {
   int shotCount = 0;
   bool stopped = false;
   std::string stopMessage;
+  std::function<void()> ready;  // see setReadyObserver
 };
 
 Session& session();

@@ -43,6 +43,7 @@ class Window final : public DialogWindow {
   }
   void show() override {
     state_.visible = true;
+    ++state_.fronted;
     if (!state_.item(state_.focus)) focusFirstField();
     touch();
     flush();
@@ -55,6 +56,7 @@ class Window final : public DialogWindow {
   void hide() override { state_.visible = false, touch(); }
   bool visible() const override { return state_.visible; }
   void bringToFront() override {
+    ++state_.fronted;
     touch();
     flush();
   }
@@ -203,6 +205,10 @@ class Window final : public DialogWindow {
   Event nextEvent(Tick deadline) override {
     flush();
     Session& s = session();
+    if (opened_ && !readyTold_) {
+      readyTold_ = true;
+      if (s.ready) s.ready();
+    }
     if (s.stopped) throw NoAnswerLeft(s.stopMessage);
     Backend& b = backend();
     auto passed = [&] { return deadline != kNoDeadline && b.ticks() >= deadline; };
@@ -306,6 +312,7 @@ class Window final : public DialogWindow {
   WindowState state_;
   std::unique_ptr<BackendWindow> native_;
   bool opened_ = false;
+  bool readyTold_ = false;  // the ready observer heard of this window
   bool dirty_ = true;
   std::uint64_t traced_ = 0;
 };

@@ -17,6 +17,8 @@ namespace host {
 // The newest host interface version this host speaks, given to init unless the caller chooses
 // another. Plug-ins written for the 7-and-later interface accept 50 to 255.
 constexpr std::int16_t kNewestExtnVersion = 255;
+// The get-string id under which a plug-in answers its name.
+constexpr std::uint8_t kPluginNameString = 128;
 
 // A plug-in file that is missing, cannot be loaded or lacks the entry point.
 class PluginLoadError : public std::runtime_error {

@@ -4,6 +4,7 @@
 // drawn and responsive.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,10 @@ void pumpEvents();
 // Loads and prepares the Qt backend ahead of the first dialog. Hosts call it from their first idle
 // calls after start-up, never during the plug-in's init.
 void warmUp();
+
+// Called when a dialog window, once shown, first waits for input: the moment it is ready for a
+// person. Benchmarks time the way to it; empty: nothing is called.
+void setReadyObserver(std::function<void()> observer);
 
 // Closes the trace and releases backend resources; called once by the host before it exits.
 void endSession();

@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Pictures of the standard dialog in its variants, drawn by the Qt toolkit off screen: every variant
+# into $BUILD/shots/ (BUILD defaults to build-release, built here with the release preset when it
+# has no mosa-host yet), and the three that the README shows into docs/.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+build="${BUILD:-build-release}"
+if [ ! -x "$build/bin/mosa-host" ] || [ ! -e "$build/bin/libmosa_toolkit_qt.so" ]; then
+  export CCACHE_DIR="${CCACHE_DIR:-$HOME/.cache/ccache}"
+  cmake --preset release
+  cmake --build --preset release -j "$(nproc)" --target mosa-host Mosa.fmx mosa_toolkit_qt
+fi
+export QT_QPA_PLATFORM=offscreen
+out="$build/shots"
+rm -rf "$out" && mkdir -p "$out"
+
+# shot NAME EXPRESSION: the dialog as it opens, answered with a click on button 1.
+shot() {
+  local name=$1 expr=$2 tmp="$out/.tmp"
+  rm -rf "$tmp"
+  "$build/bin/mosa-host" --ui qt --answer 'click 1' --shots "$tmp" --eval "$expr" >/dev/null
+  mv "$(ls "$tmp"/*-open.png | tail -1)" "$out/$name.png"
+  rm -rf "$tmp"
+  echo "$out/$name.png"
+}
+
+shot note 'Mosa_Dialog ( "-NoteIcon" ; "The import is complete: 1,204 records were added to “Customers”." ; "OK" )'
+shot caution 'Mosa_Dialog ( "-CautionIcon" ; "Do you want to save the changes you made to “Invoices”?¶Your changes will be lost if you don’t save them." ; "Save" ; "Cancel" ; "Don’t Save" )'
+shot stop 'Mosa_Dialog ( "-StopIcon" ; "The file “Invoices.fmp12” could not be opened because another user has it open." ; "OK" ; "Retry" )'
+shot no-icon 'Mosa_Dialog ( "" ; "Continue with the next record?" ; "Continue" ; "Stop" )'
+shot four-buttons 'Mosa_Dialog ( "-NoteIcon" ; "Which report would you like to print for the 12 selected records?" ; "Summary" ; "Cancel" ; "Details" ; "Both" )'
+shot long-message 'Mosa_Dialog ( "-CautionIcon" ; "The import finished, but 37 of the 1,204 records need your attention. " & Substitute ( "xxxx" ; "x" ; "Some records could not be matched to an existing customer, so they were added as new customers; others had dates that could not be read and were left empty. " ) & "Open the import log to review them." ; "OK" ; "Show Log" )'
+shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "docs/custom-icon.jpg" ) ) & Mosa_Dialog ( "-CustomIcon" ; "Your photo has been added to the contact “Ada Lovelace”." ; "OK" ; "Undo" )'
+
+# The three the README shows.
+cp "$out/caution.png" docs/dialog-caution.png
+cp "$out/long-message.png" docs/dialog-long-message.png
+cp "$out/custom-icon.png" docs/dialog-custom-icon.png

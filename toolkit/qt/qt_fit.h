@@ -1,0 +1,27 @@
+// Room for long static texts: in a window of fixed size, a text that needs more lines than its
+// item holds gets them, the items below it move down and the window grows, as far as the screen
+// allows; a text that still does not fit is shown in a scrolling view. The model keeps the
+// template's geometry; this is how the Qt window shows it so that a person can read all of it.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <set>
+
+#include "backend.h"
+
+namespace toolkit::qt {
+
+struct Fitted {
+  Rect frame;                 // global content rectangle
+  std::map<int, Rect> rects;  // every item's rectangle, local to the content
+  std::set<int> scrolled;     // text items shown in a scrolling view
+};
+
+// `neededHeight` measures a text item's wrapped text at a width; `lineHeight` is one line of it
+// (a text of one line never grows the window). `frameAllowance`: room kept for the title bar.
+Fitted fitTexts(const detail::WindowState& state, const Rect& screen, int lineHeight,
+                int frameAllowance,
+                const std::function<int(const detail::ItemState&, int width)>& neededHeight);
+
+}  // namespace toolkit::qt
