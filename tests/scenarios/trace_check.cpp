@@ -7,6 +7,9 @@
 // EV is open, state, close, beep or alert. PATH is a list of words: "item N" picks the item
 // numbered N, a number an array element, any other word a key; an empty path is the event.
 // Example: "open 2 dialog 24272: item 3 rect = [292,104,372,124]".
+//
+// "trace_check --same A B" instead checks that two traces agree event by event, ticks aside (the
+// headless clock is virtual, Qt's is real): the two toolkits must show the same dialogs.
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -121,38 +124,74 @@ std::string check(const std::vector<Json>& events, const std::string& fact) {
   return "no such event";
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
-  if (argc != 3) {
-    std::fprintf(stderr, "usage: trace_check TRACE.jsonl FACTS\n");
-    return 2;
+// Reads a trace; false (with a message) when it cannot be read or a line is not JSON.
+bool readTrace(const char* path, std::vector<Json>& events) {
+  std::ifstream in(path);
+  if (!in) {
+    std::fprintf(stderr, "trace_check: cannot read %s\n", path);
+    return false;
   }
-  std::ifstream traceIn(argv[1]), factsIn(argv[2]);
-  if (!traceIn || !factsIn) {
-    std::fprintf(stderr, "trace_check: cannot read %s\n", !traceIn ? argv[1] : argv[2]);
-    return 2;
-  }
-  std::vector<Json> events;
-  for (std::string line; std::getline(traceIn, line);) {
+  for (std::string line; std::getline(in, line);) {
     if (line.empty()) continue;
     try {
       events.push_back(Json::parse(line));
     } catch (const Json::exception&) {
-      std::fprintf(stderr, "trace_check: a trace line is not JSON: %s\n", line.c_str());
-      return 1;
+      std::fprintf(stderr, "trace_check: a line of %s is not JSON: %s\n", path, line.c_str());
+      return false;
     }
   }
+  return true;
+}
+
+int checkFacts(const std::vector<Json>& events, const char* factsPath) {
+  std::ifstream in(factsPath);
+  if (!in) {
+    std::fprintf(stderr, "trace_check: cannot read %s\n", factsPath);
+    return 2;
+  }
   int failures = 0, lineNumber = 0;
-  for (std::string line; std::getline(factsIn, line);) {
+  for (std::string line; std::getline(in, line);) {
     ++lineNumber;
     line = trim(line);
     if (line.empty() || line[0] == '#') continue;
     const std::string why = check(events, line);
     if (!why.empty()) {
-      std::fprintf(stderr, "%s:%d: %s\n  %s\n", argv[2], lineNumber, line.c_str(), why.c_str());
+      std::fprintf(stderr, "%s:%d: %s\n  %s\n", factsPath, lineNumber, line.c_str(), why.c_str());
       ++failures;
     }
   }
   return failures == 0 ? 0 : 1;
+}
+
+int checkSame(std::vector<Json> a, std::vector<Json> b) {
+  for (std::size_t i = 0; i < a.size() || i < b.size(); ++i) {
+    if (i >= a.size() || i >= b.size()) {
+      std::fprintf(stderr, "event %zu is only in the %s trace\n", i + 1,
+                   i >= a.size() ? "second" : "first");
+      return 1;
+    }
+    a[i].erase("tick");
+    b[i].erase("tick");
+    if (a[i] != b[i]) {
+      std::fprintf(stderr, "event %zu differs\n  %s\n  %s\n", i + 1, a[i].dump().c_str(),
+                   b[i].dump().c_str());
+      return 1;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bool same = argc == 4 && std::string(argv[1]) == "--same";
+  if (argc != 3 && !same) {
+    std::fprintf(stderr, "usage: trace_check TRACE.jsonl FACTS | trace_check --same A B\n");
+    return 2;
+  }
+  std::vector<Json> first, second;
+  if (!readTrace(argv[same ? 2 : 1], first)) return 2;
+  if (!same) return checkFacts(first, argv[2]);
+  if (!readTrace(argv[3], second)) return 2;
+  return checkSame(std::move(first), std::move(second));
 }
