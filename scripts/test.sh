@@ -7,6 +7,9 @@ bash scripts/setup.sh
 export CCACHE_DIR="${CCACHE_DIR:-$HOME/.cache/ccache}"
 jobs=$(nproc)
 
+# Every C++ file keeps the project's format.
+git ls-files -z '*.cpp' '*.h' | xargs -0 clang-format --dry-run --Werror
+
 cmake --preset dev
 cmake --build --preset dev -j "$jobs"
 ctest --preset dev -j "$jobs"

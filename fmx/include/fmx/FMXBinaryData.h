@@ -30,7 +30,8 @@ class BinaryData {
 
 extern "C" {
 fmx::BinaryData* FM_BinaryData_Constructor1(fmx::_fmxcpt& _x) noexcept;
-fmx::BinaryData* FM_BinaryData_Constructor2(const fmx::BinaryData& sourceData, fmx::_fmxcpt& _x) noexcept;
+fmx::BinaryData* FM_BinaryData_Constructor2(const fmx::BinaryData& sourceData,
+                                            fmx::_fmxcpt& _x) noexcept;
 fmx::BinaryData* FM_BinaryData_operatorAS(void* self, const fmx::BinaryData& source,
                                           fmx::_fmxcpt& _x) noexcept;
 bool FM_BinaryData_operatorEQ(const void* self, const fmx::BinaryData& compareWith,

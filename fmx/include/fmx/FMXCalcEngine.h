@@ -78,14 +78,13 @@ void FM_DataVect_Delete(void* self, fmx::_fmxcpt& _x) noexcept;
 fmx::ExprEnv* FM_ExprEnv_Constructor1(fmx::_fmxcpt& _x) noexcept;
 fmx::errcode FM_ExprEnv_Evaluate(const void* self, const fmx::Text& expression, fmx::Data& result,
                                  fmx::_fmxcpt& _x) noexcept;
-fmx::errcode FM_ExprEnv_RegisterExternalFunction(const fmx::QuadChar& pluginId, fmx::int16 functionId,
-                                                 const fmx::Text& functionName,
-                                                 const fmx::Text& functionPrototype,
-                                                 fmx::int16 minArgs, fmx::int16 maxArgs,
-                                                 fmx::uint32 typeFlags, fmx::ExtPluginType funcPtr,
-                                                 fmx::_fmxcpt& _x) noexcept;
+fmx::errcode FM_ExprEnv_RegisterExternalFunction(
+    const fmx::QuadChar& pluginId, fmx::int16 functionId, const fmx::Text& functionName,
+    const fmx::Text& functionPrototype, fmx::int16 minArgs, fmx::int16 maxArgs,
+    fmx::uint32 typeFlags, fmx::ExtPluginType funcPtr, fmx::_fmxcpt& _x) noexcept;
 fmx::errcode FM_ExprEnv_UnRegisterExternalFunction(const fmx::QuadChar& pluginId,
-                                                   fmx::int16 functionId, fmx::_fmxcpt& _x) noexcept;
+                                                   fmx::int16 functionId,
+                                                   fmx::_fmxcpt& _x) noexcept;
 void FM_ExprEnv_Delete(void* self, fmx::_fmxcpt& _x) noexcept;
 }
 #if defined(__clang__)
@@ -169,9 +168,9 @@ inline errcode ExprEnv::RegisterExternalFunction(const QuadChar& pluginId, int16
                                                  int16 maxArgs, uint32 typeFlags,
                                                  ExtPluginType funcPtr) {
   _fmxcpt _x;
-  errcode r = FM_ExprEnv_RegisterExternalFunction(pluginId, functionId, functionName,
-                                                  functionPrototype, minArgs, maxArgs, typeFlags,
-                                                  funcPtr, _x);
+  errcode r =
+      FM_ExprEnv_RegisterExternalFunction(pluginId, functionId, functionName, functionPrototype,
+                                          minArgs, maxArgs, typeFlags, funcPtr, _x);
   _x.Check();
   return r;
 }

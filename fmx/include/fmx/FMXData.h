@@ -62,8 +62,9 @@ const fmx::BinaryData& FM_Data_GetBinaryData(const void* self, fmx::_fmxcpt& _x)
 const fmx::Locale& FM_Data_GetLocale(const void* self, fmx::_fmxcpt& _x) noexcept;
 fmx::int32 FM_Data_GetNativeType(const void* self, fmx::_fmxcpt& _x) noexcept;
 void FM_Data_ConvertData(void* self, fmx::int32 nativeType, fmx::_fmxcpt& _x) noexcept;
-fmx::errcode FM_Data_SetAsText(void* self, const fmx::Text& textData, const fmx::Locale& sourceLocale,
-                               fmx::int32 nativeType, fmx::_fmxcpt& _x) noexcept;
+fmx::errcode FM_Data_SetAsText(void* self, const fmx::Text& textData,
+                               const fmx::Locale& sourceLocale, fmx::int32 nativeType,
+                               fmx::_fmxcpt& _x) noexcept;
 fmx::errcode FM_Data_SetAsNumber(void* self, const fmx::FixPt& numericData, fmx::int32 nativeType,
                                  fmx::_fmxcpt& _x) noexcept;
 fmx::errcode FM_Data_SetBinaryData(void* self, const fmx::BinaryData& binaryData,

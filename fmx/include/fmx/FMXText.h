@@ -71,7 +71,8 @@ void FM_Text_AppendText(void* self, const fmx::Text& other, fmx::uint32 position
                         fmx::_fmxcpt& _x) noexcept;
 void FM_Text_InsertText(void* self, const fmx::Text& other, fmx::uint32 position,
                         fmx::_fmxcpt& _x) noexcept;
-void FM_Text_DeleteText(void* self, fmx::uint32 position, fmx::uint32 size, fmx::_fmxcpt& _x) noexcept;
+void FM_Text_DeleteText(void* self, fmx::uint32 position, fmx::uint32 size,
+                        fmx::_fmxcpt& _x) noexcept;
 fmx::uint32 FM_Text_Find(const void* self, const fmx::Text& other, fmx::uint32 position,
                          fmx::_fmxcpt& _x) noexcept;
 fmx::uint32 FM_Text_FindPrev(const void* self, const fmx::Text& other, fmx::uint32 position,

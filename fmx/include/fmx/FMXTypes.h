@@ -122,12 +122,16 @@ class BinaryData;
 
 extern "C" {
 fmx::QuadChar* FM_QuadChar_Constructor1(fmx::_fmxcpt& _x) noexcept;
-fmx::QuadChar* FM_QuadChar_Constructor2(char c0, char c1, char c2, char c3, fmx::_fmxcpt& _x) noexcept;
+fmx::QuadChar* FM_QuadChar_Constructor2(char c0, char c1, char c2, char c3,
+                                        fmx::_fmxcpt& _x) noexcept;
 fmx::QuadChar* FM_QuadChar_Constructor3(const fmx::QuadChar& value, fmx::_fmxcpt& _x) noexcept;
-fmx::QuadChar* FM_QuadChar_operatorAS(void* self, const fmx::QuadChar& value, fmx::_fmxcpt& _x) noexcept;
+fmx::QuadChar* FM_QuadChar_operatorAS(void* self, const fmx::QuadChar& value,
+                                      fmx::_fmxcpt& _x) noexcept;
 fmx::uchar FM_QuadChar_operatorAR(const void* self, int i, fmx::_fmxcpt& _x) noexcept;
-bool FM_QuadChar_operatorEQ(const void* self, const fmx::QuadChar& value, fmx::_fmxcpt& _x) noexcept;
-bool FM_QuadChar_operatorLT(const void* self, const fmx::QuadChar& value, fmx::_fmxcpt& _x) noexcept;
+bool FM_QuadChar_operatorEQ(const void* self, const fmx::QuadChar& value,
+                            fmx::_fmxcpt& _x) noexcept;
+bool FM_QuadChar_operatorLT(const void* self, const fmx::QuadChar& value,
+                            fmx::_fmxcpt& _x) noexcept;
 fmx::uint32 FM_QuadChar_GetMacType(const void* self, fmx::_fmxcpt& _x) noexcept;
 void FM_QuadChar_SetMacType(void* self, fmx::uint32 value, fmx::_fmxcpt& _x) noexcept;
 void FM_QuadChar_Delete(void* self, fmx::_fmxcpt& _x) noexcept;
