@@ -1,4 +1,4 @@
-// Writes the seed corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer: valid
+// Writes the starting corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer: valid
 // pictures of each kind, and truncated, oversized and corrupt ones.
 #include <filesystem>
 #include <fstream>
@@ -18,7 +18,7 @@ void write(const fs::path& dir, const std::string& name, const Bytes& bytes) {
             static_cast<std::streamsize>(bytes.size()));
 }
 
-// The damaged variants of one valid seed.
+// The damaged variants of one valid picture.
 void writeFamily(const fs::path& dir, const std::string& name, const Bytes& valid) {
   write(dir, name, valid);
   write(dir, name + "-truncated",
@@ -47,7 +47,7 @@ Bytes wrappedJpeg(const Bytes& jpeg, Rect frame) {
 
 int main(int argc, char** argv) {
   if (argc != 2) {
-    std::cerr << "usage: fuzz_seeds DIR\n";
+    std::cerr << "usage: fuzz_corpus DIR\n";
     return 2;
   }
   const fs::path pictDir = fs::path(argv[1]) / "pict_fuzzer";

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Bounded fuzz runs: builds the libFuzzer targets with clang (fuzz preset: AddressSanitizer and
-# UndefinedBehaviorSanitizer) and runs each for FUZZ_SECONDS (default 60) from its seed corpus.
+# UndefinedBehaviorSanitizer) and runs each for FUZZ_SECONDS (default 60) from its starting corpus.
 # Any crash, hang, leak or sanitizer report fails the run. Skipped when clang is not installed.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -15,12 +15,12 @@ cmake --build --preset fuzz -j "$(nproc)" --target fuzzers
 
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
-build-fuzz/bin/fuzz_seeds "$work/seeds"
+build-fuzz/bin/fuzz_corpus "$work/start"
 for fuzzer in build-fuzz/bin/*_fuzzer; do
   name=$(basename "$fuzzer")
   corpus="$work/corpus/$name"
   mkdir -p "$corpus"
-  if [ -d "$work/seeds/$name" ]; then cp "$work/seeds/$name"/* "$corpus"/; fi
+  if [ -d "$work/start/$name" ]; then cp "$work/start/$name"/* "$corpus"/; fi
   echo "fuzz: $name for ${seconds}s"
   "$fuzzer" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2560 -max_len=65536 \
     -artifact_prefix="$work/" "$corpus" >"$work/$name.log" 2>&1 || {

@@ -1,4 +1,4 @@
-// Random input, fixed seed: the byte-string helpers, the .strings reader and the version function
+// Random input from a fixed start: the byte-string helpers, the .strings reader and the version function
 // take any bytes without crashing and answer within their rules.
 #include <gtest/gtest.h>
 
