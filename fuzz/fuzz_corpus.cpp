@@ -1,5 +1,5 @@
-// Writes the starting corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer: valid
-// pictures of each kind, and truncated, oversized and corrupt ones.
+// Writes the starting corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer:
+// valid pictures of each kind, and truncated, oversized and corrupt ones.
 #include <filesystem>
 #include <fstream>
 #include <iostream>

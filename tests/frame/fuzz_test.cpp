@@ -1,5 +1,5 @@
-// Random input from a fixed start: the byte-string helpers, the .strings reader and the version function
-// take any bytes without crashing and answer within their rules.
+// Random input from a fixed start: the byte-string helpers, the .strings reader and the version
+// function take any bytes without crashing and answer within their rules.
 #include <gtest/gtest.h>
 
 #include <random>
