@@ -163,7 +163,7 @@ TEST_F(EntryFaults, FunctionCallsAnswerAndNeverThrow) {
     short id;
     std::vector<std::string> args;
   };
-  // Every function that answers without a dialog.
+  // Every function that answers without waiting for a person.
   const std::vector<Call> calls = {
       {0, {}},
       {1, {"-getversionnumber"}},
@@ -179,6 +179,8 @@ TEST_F(EntryFaults, FunctionCallsAnswerAndNeverThrow) {
       {4315, {"-popup1", "Red\rGreen"}},
       {4316, {"-once", "10", "20"}},
       {4317, {"-progressbardefunctticks", "60"}},
+      {4301, {"", "2"}},
+      {4310, {"", "stop"}},
   };
   for (const Call& call : calls) {
     fmx::DataVectUniquePtr args;
