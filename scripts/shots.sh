@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Pictures of the standard dialog in its variants, drawn by the Qt toolkit off screen: every variant
-# into $BUILD/shots/ (BUILD defaults to build-release, built here with the release preset when it
-# has no mosa-host yet), and the three that the README shows into docs/.
+# Pictures of the standard dialog in its variants, of the progress window and of the flash message,
+# drawn by the Qt toolkit off screen: every picture into $BUILD/shots/ (BUILD defaults to
+# build-release, built here with the release preset when it has no mosa-host yet), and the ones
+# that the README shows into docs/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${BUILD:-build-release}"
@@ -32,7 +33,24 @@ shot four-buttons 'Mosa_Dialog ( "-NoteIcon" ; "Which report would you like to p
 shot long-message 'Mosa_Dialog ( "-CautionIcon" ; "The import finished, but 37 of the 1,204 records need your attention. " & Substitute ( "xxxx" ; "x" ; "Some records could not be matched to an existing customer, so they were added as new customers; others had dates that could not be read and were left empty. " ) & "Open the import log to review them." ; "OK" ; "Show Log" )'
 shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "docs/custom-icon.jpg" ) ) & Mosa_Dialog ( "-CustomIcon" ; "Your photo has been added to the contact “Ada Lovelace”." ; "OK" ; "Undo" )'
 
-# The three the README shows.
+# shot_last NAME KIND EXPRESSION: the last picture of that kind (open, state) the calculation left.
+shot_last() {
+  local name=$1 kind=$2 expr=$3 tmp="$out/.tmp"
+  rm -rf "$tmp"
+  "$build/bin/mosa-host" --ui qt --answer 'click 1' --shots "$tmp" --eval "$expr" >/dev/null
+  mv "$(ls "$tmp"/*-"$kind".png | tail -1)" "$out/$name.png"
+  rm -rf "$tmp"
+  echo "$out/$name.png"
+}
+
+shot_last progress state 'Mosa_ProgressBar ( "" ; "show" ; 120 ; "Copying 120 invoices to “Archive 2024”…" ) & Mosa_ProgressBar ( "" ; "incr" ; 45 ) & Mosa_ProgressBar ( "" ; "stop" )'
+shot_last progress-busy state 'Mosa_ProgressBar ( "" ; "show" ; 0 ; "Waiting for the server to answer…" ) & Mosa_ProgressBar ( "" ; "incr" ; 1 ) & Mosa_ProgressBar ( "" ; "stop" )'
+shot_last flash open 'Mosa_FlashDialog ( "-NoteIcon" ; 60 ; "Saved: 12 records were exported to “Invoices.csv”." )'
+
+# The ones the README shows.
 cp "$out/caution.png" docs/dialog-caution.png
 cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
+cp "$out/progress.png" docs/progress.png
+cp "$out/progress-busy.png" docs/progress-busy.png
+cp "$out/flash.png" docs/flash-note.png
