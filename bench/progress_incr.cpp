@@ -21,6 +21,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -173,6 +174,31 @@ BENCHMARK(BM_ZenityProgress)
     ->Repetitions(5)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
+
+// The host's call path alone, the registration already found and the arguments made: the plug-in's
+// share of a step, with nothing drawn.
+void BM_MosaIncrCall(benchmark::State& state) {
+  if (!gHost) {
+    state.SkipWithError("run after BM_MosaIncr");
+    return;
+  }
+  toolkit::SessionOptions options;
+  options.backend = toolkit::Backend::Headless;
+  toolkit::configureSession(options);
+  host::Plugin& p = *gHost->plugin;
+  std::optional<fmwrapper::Registration> reg;
+  for (const auto& r : p.functions())
+    if (r.functionId == 4310) reg = r;
+  const std::vector<host::Value> show{host::Value::fromUtf8(""), host::Value::fromUtf8("show"),
+                                      host::Value::number(kUpdates)};
+  const std::vector<host::Value> incr{host::Value::fromUtf8(""), host::Value::fromUtf8("incr"),
+                                      host::Value::number(1)};
+  p.call(*reg, show);
+  for (auto _ : state) benchmark::DoNotOptimize(p.call(*reg, incr));
+  state.SetItemsProcessed(state.iterations());
+  p.call(*reg, {host::Value::fromUtf8(""), host::Value::fromUtf8("stop")});
+}
+BENCHMARK(BM_MosaIncrCall)->Repetitions(5);
 
 // The console table, then each benchmark's updates per second as median (min–max) of its
 // repetitions, and the ratio of the medians.
