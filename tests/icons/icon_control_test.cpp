@@ -136,9 +136,10 @@ TEST_F(IconControl, RefusalsAndEmptyValuesLeaveNoIcon) {
   storeOne();
   expectCleared(setIcon({{"GIFf", gif}}), "$$-4243");
   storeOne();
-  expectCleared(setIcon({{"GIFf", gif}, {"JPEG", kJpeg}}), "$$-4243");
+  expectCleared(setIcon({{"GIFf", gif}, {"PNGf", {}}, {"JPEG", kJpeg}}), "$$-4243");
   storeOne();
-  expectCleared(setIcon({{"PNGf", {0x89, 'P', 'N', 'G'}}}), "0");
+  // PNG comes before JPEG: a damaged one is not passed over for the JPEG.
+  expectCleared(setIcon({{"PNGf", {0x89, 'P', 'N', 'G'}}, {"JPEG", kJpeg}}), "$$-108");
   storeOne();
   expectCleared(setIconText(""), "0");
   storeOne();
