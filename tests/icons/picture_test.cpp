@@ -192,23 +192,7 @@ TEST(Pict, WrappedJpegIsDrawn) {
   const Bytes jpeg = makeJpeg(solid(8, 8, kGreen));
   const Rect frame{0, 0, 8, 8};
   Writer w;
-  w.beginV2(frame).u16(0x8200);
-  Writer qt;
-  qt.u16(0);
-  for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);  // identity matrix
-  qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
-  // Image description: 86 bytes, codec 'jpeg'.
-  qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
-  qt.u16(8)
-      .u16(8)
-      .u32(0x00480000)
-      .u32(0x00480000)
-      .u32(static_cast<std::uint32_t>(jpeg.size()))
-      .u16(1);
-  for (int i = 0; i < 32; ++i) qt.u8(0);
-  qt.u16(24).u16(0xFFFF);
-  qt.append(jpeg);
-  w.u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes).endV2();
+  w.beginV2(frame).quickTimeJpeg(frame, jpeg).endV2();
   toolkit::Image image = picture::decodePict(w.bytes);
   ASSERT_EQ(image.width, 8);
   std::uint32_t p = at(image, 4, 4);

@@ -43,8 +43,8 @@ Status decodePng(std::span<const std::uint8_t> bytes, Image& out) {
     decoded.pixels.resize(pixels);
     const png_byte* p = buffer.data();
     for (std::size_t i = 0; i < pixels; ++i, p += 4)
-      decoded.pixels[i] = std::uint32_t{p[3]} << 24 | std::uint32_t{p[0]} << 16 |
-                          std::uint32_t{p[1]} << 8 | p[2];
+      decoded.pixels[i] =
+          std::uint32_t{p[3]} << 24 | std::uint32_t{p[0]} << 16 | std::uint32_t{p[1]} << 8 | p[2];
     out = std::move(decoded);
   } catch (const std::bad_alloc&) {
     return Status::TooLarge;

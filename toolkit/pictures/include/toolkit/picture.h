@@ -1,5 +1,5 @@
-// The picture service: turns container picture data (JPEG, PNG, QuickDraw PICT) into an Image that the
-// toolkit can draw. The bytes come from documents and are treated as hostile: every length is
+// The picture service: turns container picture data (JPEG, PNG, QuickDraw PICT) into an Image that
+// the toolkit can draw. The bytes come from documents and are treated as hostile: every length is
 // checked before it is read, sizes are bounded, and a failure leaves the output empty.
 #pragma once
 
