@@ -231,18 +231,15 @@ inline Bytes makeJpeg(const std::vector<std::vector<std::uint32_t>>& pixels, boo
 
 // The JPEG with an EXIF segment carrying `orientation`, in either byte order, after its start.
 inline Bytes withOrientation(const Bytes& jpeg, unsigned orientation, bool littleEndian) {
-  Writer tiff;
-  if (littleEndian) {
-    tiff.append({'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 0x01, 3, 0, 1, 0, 0, 0});
-    tiff.u8(orientation).u8(0).u16(0).u32(0);
-  } else {
-    tiff.append({'M', 'M', 0, 42, 0, 0, 0, 8, 0, 1, 0x01, 0x12, 0, 3, 0, 0, 0, 1});
-    tiff.u16(orientation).u16(0).u32(0);
-  }
   Writer out;
-  out.u8(0xFF).u8(0xD8).u8(0xFF).u8(0xE1).u16(static_cast<unsigned>(2 + 6 + tiff.bytes.size()));
-  out.append({'E', 'x', 'i', 'f', 0, 0}).append(tiff.bytes);
-  out.bytes.insert(out.bytes.end(), jpeg.begin() + 2, jpeg.end());
+  out.u8(0xFF).u8(0xD8).u8(0xFF).u8(0xE1).u16(2 + 6 + 26).append({'E', 'x', 'i', 'f', 0, 0});
+  if (littleEndian)  // header, one entry: tag 0x0112, type 3 (short), count 1, the value
+    out.append({'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 0x01, 3, 0, 1, 0, 0, 0})
+        .u8(orientation)
+        .u8(0);
+  else
+    out.append({'M', 'M', 0, 42, 0, 0, 0, 8, 0, 1, 0x01, 0x12, 0, 3, 0, 0, 0, 1}).u16(orientation);
+  out.u16(0).u32(0).bytes.insert(out.bytes.end(), jpeg.begin() + 2, jpeg.end());
   return out.bytes;
 }
 
@@ -257,10 +254,8 @@ inline Bytes makePng(const std::vector<std::vector<std::uint32_t>>& pixels) {
   for (const auto& line : pixels)
     for (std::uint32_t p : line)
       for (int shift : {16, 8, 0, 24}) rgba.push_back(static_cast<std::uint8_t>(p >> shift));
-  png_alloc_size_t size = 0;
-  if (!png_image_write_to_memory(&image, nullptr, &size, 0, rgba.data(), 0, nullptr))
-    throw std::runtime_error("png_image_write_to_memory failed");
-  Bytes png(size);
+  Bytes png(rgba.size() * 2 + 1024);  // more than deflate can ever need
+  png_alloc_size_t size = png.size();
   if (!png_image_write_to_memory(&image, png.data(), &size, 0, rgba.data(), 0, nullptr))
     throw std::runtime_error("png_image_write_to_memory failed");
   png.resize(size);
