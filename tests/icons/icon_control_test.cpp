@@ -122,12 +122,6 @@ TEST_F(IconControl, BadCallsKeepTheStoredIcon) {
   pushText(*one, "-SetCustomIcon");
   EXPECT_EQ(iconControl(*one), "$$-50");
   EXPECT_NE(Zk7CustomIconImage(), nullptr);
-
-  // Only the first 999 bytes of the switches are read, as in every other function.
-  const std::string pad(985, ' ');
-  EXPECT_EQ(setIcon({{"JPEG", kJpeg}}, (pad + "-SetCustomIcon").c_str()), "0");
-  EXPECT_EQ(setIcon({{"JPEG", kJpeg}}, (pad + " -SetCustomIcon").c_str()), "$$-50");
-  EXPECT_NE(Zk7CustomIconImage(), nullptr);
 }
 
 TEST_F(IconControl, MissingPictureServiceIsReported) {

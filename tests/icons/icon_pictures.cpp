@@ -24,15 +24,14 @@ struct Case {
   const char* file;
   int width, height;  // as shown
 };
-constexpr Case kCases[] = {{"count2-220.pct", 220, 220},
-                           {"count1-64.pct", 64, 64},
-                           {"jpeg-then-pixmap.pct", 64, 64},
-                           {"rowbytes-16384.pct", 4096, 512},
-                           {"exif3.jpg", 64, 64},
-                           {"exif6.jpg", 64, 32},
-                           {"exif8.jpg", 64, 32},
-                           {"alpha.png", 64, 64}};
-constexpr std::size_t kTransparentTopRight = 7;
+// clang-format off
+constexpr Case kCases[] = {
+    {"count2-220.pct", 220, 220}, {"count1-64.pct", 64, 64}, {"jpeg-then-pixmap.pct", 64, 64},
+    {"rowbytes-16384.pct", 4096, 512}, {"alpha.png", 64, 64}, {"exif2.jpg", 64, 64},
+    {"exif3.jpg", 64, 64}, {"exif4.jpg", 64, 64}, {"exif5.jpg", 64, 32}, {"exif6.jpg", 64, 32},
+    {"exif7.jpg", 64, 32}, {"exif8.jpg", 64, 32}};
+// clang-format on
+constexpr std::size_t kTransparentTopRight = 4;
 
 // A 32-bit packed picture of the quadrants; `before` writes what a writer puts first.
 Bytes direct(int w, int h, unsigned countBytes, void (*before)(Writer&, Rect) = nullptr) {
@@ -65,15 +64,20 @@ Bytes make(std::size_t i) {
       });
     case 3:  // rowBytes 16384 needs the field's fifteenth bit
       return direct(4096, 512, 0);
-    case 4:  // photos stored turned, as cameras store them
-      return withOrientation(makeJpeg(quadrants(64, 64, {kYellow, kBlue, kGreen, kRed})), 3, false);
-    case 5:
-      return withOrientation(makeJpeg(quadrants(32, 64, {kGreen, kYellow, kRed, kBlue})), 6, true);
-    case 6:
-      return withOrientation(makeJpeg(quadrants(32, 64, {kBlue, kRed, kYellow, kGreen})), 8, false);
-    default:
+    case 4:
       return makePng(
           quadrants(64, 64, {0xFF000000 | kRed, 0, 0xFF000000 | kBlue, 0xFF000000 | kYellow}));
+    default: {  // photos stored turned as cameras store them, orientations 2 to 8 showing them
+                // upright (mirrored, half round, flipped, across either diagonal, a quarter round)
+      constexpr std::array<std::uint32_t, 4> kStored[] = {
+          {kGreen, kRed, kYellow, kBlue}, {kYellow, kBlue, kGreen, kRed},
+          {kBlue, kYellow, kRed, kGreen}, {kRed, kBlue, kGreen, kYellow},
+          {kGreen, kYellow, kRed, kBlue}, {kYellow, kGreen, kBlue, kRed},
+          {kBlue, kRed, kYellow, kGreen}};
+      const unsigned orientation = static_cast<unsigned>(i) - 3;
+      const Bytes jpeg = makeJpeg(quadrants(orientation < 5 ? 64 : 32, 64, kStored[i - 5]));
+      return withOrientation(jpeg, orientation, orientation % 2 == 0);  // EXIF in either byte order
+    }
   }
 }
 

@@ -70,52 +70,22 @@ int exifOrientation(std::span<const std::uint8_t> bytes) {
   return 1;
 }
 
-// Turns the stored pixels the way the orientation says: 2 to 4 mirror or turn half round in
-// place, 5 to 8 swap width and height (6 turns a quarter clockwise, 8 anticlockwise).
-Image oriented(Image stored, int orientation) {
-  if (orientation <= 1) return stored;
-  const std::size_t w = static_cast<std::size_t>(stored.width);
-  const std::size_t h = static_cast<std::size_t>(stored.height);
-  const bool swapped = orientation >= 5;
-  Image shown;
-  shown.width = swapped ? stored.height : stored.width;
-  shown.height = swapped ? stored.width : stored.height;
-  shown.pixels.resize(stored.pixels.size());
-  const std::size_t sw = static_cast<std::size_t>(shown.width);
-  for (std::size_t y = 0; y < static_cast<std::size_t>(shown.height); ++y)
-    for (std::size_t x = 0; x < sw; ++x) {
-      std::size_t sx = x, sy = y;  // where the shown pixel is in the stored picture
-      switch (orientation) {
-        case 2:
-          sx = w - 1 - x;
-          break;
-        case 3:
-          sx = w - 1 - x;
-          sy = h - 1 - y;
-          break;
-        case 4:
-          sy = h - 1 - y;
-          break;
-        case 5:
-          sx = y;
-          sy = x;
-          break;
-        case 6:
-          sx = y;
-          sy = h - 1 - x;
-          break;
-        case 7:
-          sx = w - 1 - y;
-          sy = h - 1 - x;
-          break;
-        default:
-          sx = w - 1 - y;
-          sy = x;
-          break;  // 8
-      }
-      shown.pixels[y * sw + x] = stored.pixels[sy * w + sx];
-    }
-  return shown;
+// Where a shown pixel (x, y) is in the stored picture: (x0 + xx x + xy y, y0 + yx x + yy y).
+struct Orientation {
+  long long x0, xx, xy, y0, yx, yy;
+  bool swapsSides() const { return xx == 0; }
+};
+
+// The map of an EXIF orientation for a stored w x h picture: 2 to 4 mirror or turn half round,
+// 5 to 8 swap width and height (6 turns a quarter clockwise, 8 anticlockwise).
+Orientation orientationOf(int value, long long w, long long h) {
+  static constexpr Orientation kMaps[] = {
+      {0, 1, 0, 0, 0, 1}, {0, -1, 0, 0, 0, 1}, {0, -1, 0, 0, 0, -1}, {0, 1, 0, 0, 0, -1},
+      {0, 0, 1, 0, 1, 0}, {0, 0, 1, 0, -1, 0}, {0, 0, -1, 0, -1, 0}, {0, 0, -1, 0, 1, 0}};
+  Orientation m = kMaps[value - 1];
+  if (m.xx < 0 || m.xy < 0) m.x0 = w - 1;
+  if (m.yx < 0 || m.yy < 0) m.y0 = h - 1;
+  return m;
 }
 
 }  // namespace
@@ -148,15 +118,21 @@ Status decodeJpeg(std::span<const std::uint8_t> bytes, Image& out) {
                       TJFLAG_LIMITSCANS) != 0 &&
         tjGetErrorCode(tj.get()) != TJERR_WARNING)
       return Status::Corrupt;
+    // The pixels go straight to where the orientation shows them.
+    const Orientation m = orientationOf(exifOrientation(bytes), width, height);
     Image image;
-    image.width = width;
-    image.height = height;
+    image.width = m.swapsSides() ? height : width;
+    image.height = m.swapsSides() ? width : height;
     image.pixels.resize(pixels);
-    const unsigned char* p = buffer.data();
-    for (std::size_t i = 0; i < pixels; ++i, p += channels)
-      image.pixels[i] = cmyk ? fromInvertedCmyk(p) : opaque(p[0], p[1], p[2]);
-    buffer = {};
-    out = oriented(std::move(image), exifOrientation(bytes));
+    std::uint32_t* target = image.pixels.data();
+    for (long long y = 0; y < image.height; ++y)
+      for (long long x = 0; x < image.width; ++x) {
+        const long long sx = m.x0 + m.xx * x + m.xy * y, sy = m.y0 + m.yx * x + m.yy * y;
+        const unsigned char* p =
+            buffer.data() + static_cast<std::size_t>(sy * width + sx) * channels;
+        *target++ = cmyk ? fromInvertedCmyk(p) : opaque(p[0], p[1], p[2]);
+      }
+    out = std::move(image);
   } catch (const std::bad_alloc&) {
     return Status::TooLarge;
   }

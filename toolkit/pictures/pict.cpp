@@ -142,7 +142,15 @@ Fit unpackBits(std::span<const std::uint8_t> in, std::span<std::uint8_t> out,
     if (source > in.size() - i) break;
     const std::size_t kept = std::min(length, out.size() - o);
     overflow = overflow || kept < length;
-    for (std::size_t k = 0; k < kept; ++k) out[o + k] = in[i + (run ? k % unitSize : k)];
+    auto to = out.begin() + static_cast<std::ptrdiff_t>(o);
+    auto from = in.begin() + static_cast<std::ptrdiff_t>(i);
+    if (!run)
+      std::copy_n(from, kept, to);
+    else if (unitSize == 1)
+      std::fill_n(to, kept, *from);
+    else
+      for (std::size_t k = 0; k < kept; ++k)
+        to[static_cast<std::ptrdiff_t>(k)] = from[static_cast<std::ptrdiff_t>(k % unitSize)];
     i += source;
     o += kept;
   }
