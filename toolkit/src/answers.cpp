@@ -213,7 +213,7 @@ std::vector<Event> eventsForAnswer(const WindowState& window, const Answer& answ
         return {e};
       }
       e.item = answer.item;
-      if (!item) return {e};
+      if (!item) return {};  // no such item to click
       switch (item->kind) {
         case ItemKind::Popup:
           e.menuItem = item->value;
