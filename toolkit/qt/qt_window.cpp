@@ -345,6 +345,8 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
   }
   Outcome outcome = detail::applyDefaultToModel(state, event, backend_);
   update(state);
+  if (field && field->kind == ItemKind::TextArea)
+    readBackItem(*field);  // it kept the caret in view
   return outcome;
 }
 

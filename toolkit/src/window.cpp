@@ -222,6 +222,10 @@ class Window final : public DialogWindow {
     const std::vector<int> before = textScrolls();
     Outcome out = native_->applyDefault(state_, event);
     touch();
+    // A text view keeps the caret in sight as keys move it (Qt's widget has done so already).
+    const ItemState* focused = state_.item(state_.focus);
+    if (event.type == Event::Type::Key && focused && focused->kind == ItemKind::TextArea)
+      scrollSelectionIntoView(focused->n);
     const std::vector<int> after = textScrolls();
     for (std::size_t k = 0; k < after.size(); ++k)
       if (after[k] != before[k]) out.scrolledItem = textAreas_[k];
