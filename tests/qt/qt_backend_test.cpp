@@ -17,7 +17,12 @@
 #include <QTextEdit>
 #include <QWindow>
 
+#include <QElapsedTimer>
+#include <QStyleOptionSlider>
+#include <QWheelEvent>
+
 #include <filesystem>
+#include <functional>
 
 #include "qt_backend.h"
 #include "qt_window.h"
@@ -148,109 +153,128 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
   EXPECT_TRUE(icon->pixmap().isNull());
 }
 
-TEST_F(QtBackendTest, ClicksArriveThroughTheRealWidgets) {
-  WindowState state = everyKind();
-  auto window = open(state);
-
-  Event click = injected(*window, state, "click 2");
-  EXPECT_EQ(click.type, Event::Type::Click);
-  EXPECT_EQ(click.item, 2);
-  EXPECT_EQ(window->applyDefault(state, click).itemHit, 2);
-
-  // A check box toggles through the default handling, in the model and on screen.
-  answer(*window, state, "click 6");
-  EXPECT_EQ(state.item(6)->value, 1);
-  EXPECT_TRUE(widget<QCheckBox>(*window, 6)->isChecked());
-  answer(*window, state, "click 6");
-  EXPECT_EQ(state.item(6)->value, 0);
-  EXPECT_FALSE(widget<QCheckBox>(*window, 6)->isChecked());
-
-  // A pop-up entry chosen in the opened menu.
-  Event chosen = injected(*window, state, "choose 5 3");
-  EXPECT_EQ(chosen.type, Event::Type::Click);
-  EXPECT_EQ(chosen.item, 5);
-  EXPECT_EQ(chosen.menuItem, 3);
-  window->applyDefault(state, chosen);
-  EXPECT_EQ(state.item(5)->value, 3);
-  EXPECT_EQ(widget<QComboBox>(*window, 5)->currentText(), QStringLiteral("Blue"));
-
-  // List rows: a click selects; a double click says so.
-  Event row = injected(*window, state, "row 3");
-  EXPECT_EQ(row.item, 8);
-  EXPECT_EQ(row.row, 2);
-  EXPECT_FALSE(row.doubleClick);
-  window->applyDefault(state, row);
-  EXPECT_EQ(state.item(8)->selectedRow, 2);
-  EXPECT_EQ(widget<QListWidget>(*window, 8)->currentRow(), 2);
-  Event twice = injected(*window, state, "double-click-row 1");
-  EXPECT_EQ(twice.row, 0);
-  EXPECT_TRUE(twice.doubleClick);
-
-  // A hidden button cannot be reached by a hand: the click lands on what lies there.
-  state.item(2)->visible = false;
-  refresh(*window, state);
-  Event hidden = injected(*window, state, "click 2");
-  EXPECT_EQ(hidden.type, Event::Type::Click);
-  EXPECT_EQ(hidden.item, 0);
+// Runs events until `condition` holds or `ms` pass; whether it held.
+bool waitFor(const std::function<bool()>& condition, int ms = 2000) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!condition()) {
+    if (timer.elapsed() > ms) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+  }
+  return true;
 }
 
-TEST_F(QtBackendTest, KeysEditTheRealFieldAndAreReadBack) {
+// A person's mouse: real events posted to a widget, travelling through the event loop.
+void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
+  QCoreApplication::postEvent(
+      w, new QMouseEvent(type, QPointF(at), QPointF(w->mapTo(w->window(), at)),
+                         QPointF(w->mapToGlobal(at)), Qt::LeftButton, buttons, Qt::NoModifier));
+}
+
+// Where in a field a click puts the caret at `position`.
+QPoint pointOf(QLineEdit* edit, int position) {
+  for (int x = 0; x < edit->width(); ++x)
+    if (edit->cursorPositionAt(QPoint(x, edit->height() / 2)) == position)
+      return QPoint(x, edit->height() / 2);
+  return {};
+}
+
+// What a person does in the widgets is theirs: a click places the caret where it lands, a drag
+// selects, the wheel scrolls; the dialog hears of each, the model follows, and an unrelated change
+// of the dialog's does not undo it.
+TEST_F(QtBackendTest, APersonsClickDragAndWheelStayWhereThePersonPutThem) {
   WindowState state = everyKind();
+  state.item(4)->text = u"hello world";
+  for (int i = 0; i < 60; ++i) state.item(9)->text += u"a line of the text area\r";
   auto window = open(state);
   auto* edit = widget<QLineEdit>(*window, 4);
+  auto wait = [&] { return window->waitEvent(state, backend_->ticks() + 120); };
 
-  for (const char* key : {"key H", "key i", "key !"}) answer(*window, state, key);
-  EXPECT_EQ(edit->text(), QStringLiteral("Hi!"));
-  EXPECT_EQ(state.item(4)->text, u"Hi!");
-  EXPECT_EQ(state.item(4)->selStart, 3);
-  answer(*window, state, "key Left");
-  answer(*window, state, "key Backspace");
-  EXPECT_EQ(state.item(4)->text, u"H!");
-  EXPECT_EQ(state.item(4)->selEnd, 1);
-  EXPECT_EQ(edit->cursorPosition(), 1);
+  mouse(edit, QEvent::MouseButtonPress, pointOf(edit, 5), Qt::LeftButton);
+  mouse(edit, QEvent::MouseButtonRelease, pointOf(edit, 5), Qt::NoButton);
+  Event click = wait();
+  EXPECT_EQ(click.item, 4);
+  EXPECT_EQ(click.caret, 5);
+  window->applyDefault(state, click);
+  EXPECT_EQ(edit->cursorPosition(), 5);
+  EXPECT_EQ(state.item(4)->selEnd, 5);
 
-  // Special keys reach the dialog's filter with their codes; they are not typing.
-  Event ret = injected(*window, state, "key Return");
-  EXPECT_EQ(ret.type, Event::Type::Key);
-  EXPECT_EQ(ret.character, kCharReturn);
-  Event enter = injected(*window, state, "key Enter");
-  EXPECT_EQ(enter.character, kCharEnter);
-  Event back = injected(*window, state, "key Shift-Tab");
-  EXPECT_EQ(back.character, kCharTab);
-  EXPECT_EQ(back.modifiers & kModShift, kModShift);
-  Event command = injected(*window, state, "key cmd-V");
-  EXPECT_EQ(command.modifiers & kModCommand, kModCommand);
-  EXPECT_EQ(command.character == u'v' || command.character == u'V', true);
-  EXPECT_EQ(state.item(4)->text, u"H!");
+  mouse(edit, QEvent::MouseButtonPress, pointOf(edit, 0), Qt::LeftButton);
+  mouse(edit, QEvent::MouseMove, pointOf(edit, 5), Qt::LeftButton);
+  mouse(edit, QEvent::MouseButtonRelease, pointOf(edit, 5), Qt::NoButton);
+  window->applyDefault(state, wait());
+  ASSERT_TRUE(waitFor([&] { return edit->selectedText() == QStringLiteral("hello"); }));
 
-  // A masked field shows bullets but keeps the text.
-  state.item(4)->masked = true;
-  refresh(*window, state);
-  EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
-  answer(*window, state, "key x");
-  EXPECT_EQ(state.item(4)->text, u"Hx!");
+  state.item(1)->text = u"Go";
+  ++state.item(1)->changes;
+  window->update(state);
+  window->readBack(state);
+  EXPECT_EQ(edit->selectedText(), QStringLiteral("hello"));
+  EXPECT_EQ(state.item(4)->selStart, 0);
+  EXPECT_EQ(state.item(4)->selEnd, 5);
+
+  auto* area = widget<QTextEdit>(*window, 9);
+  EXPECT_EQ(area->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);  // item 10 is its bar
+  const QPoint middle = area->viewport()->rect().center();
+  QCoreApplication::postEvent(
+      area->viewport(),
+      new QWheelEvent(QPointF(middle), QPointF(area->viewport()->mapToGlobal(middle)), QPoint(),
+                      QPoint(0, -240), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false));
+  Event scrolled = wait();
+  EXPECT_EQ(scrolled.type, Event::Type::Scroll);
+  EXPECT_EQ(scrolled.item, 9);
+  window->readBack(state);
+  EXPECT_GT(state.item(9)->scroll, 0);
+  EXPECT_EQ(state.item(9)->scroll, area->verticalScrollBar()->value());
+  ++state.item(1)->changes;
+  window->update(state);
+  EXPECT_EQ(area->verticalScrollBar()->value(), state.item(9)->scroll);  // no snap back
 }
 
-TEST_F(QtBackendTest, TheTextAreaEditsAndMeasuresItsText) {
+// A person drags a scroll bar's thumb: each move reports the value; an arrow reports its part
+// and leaves the value to the dialog.
+TEST_F(QtBackendTest, APersonDragsTheThumbAndPressesTheArrows) {
   WindowState state = everyKind();
-  state.focus = 9;
-  state.item(9)->text = u"first\rsecond";
-  state.item(9)->selStart = state.item(9)->selEnd = 5;
+  state.item(10)->max = 10;
+  state.item(10)->page = 2;
   auto window = open(state);
-  auto* area = widget<QTextEdit>(*window, 9);
-  EXPECT_EQ(area->toPlainText(), QStringLiteral("first\nsecond"));
-  answer(*window, state, "key !");
-  EXPECT_EQ(state.item(9)->text, u"first!\rsecond");
-  EXPECT_EQ(state.item(9)->selStart, 6);
+  auto* bar = widget<QScrollBar>(*window, 10);
+  QStyleOptionSlider option;
+  option.initFrom(bar);
+  option.orientation = Qt::Vertical;
+  option.maximum = 10;
+  option.pageStep = 2;
+  option.singleStep = 1;
+  auto rect = [&](QStyle::SubControl part) {
+    return bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, part, bar);
+  };
+  const QPoint thumb = rect(QStyle::SC_ScrollBarSlider).center();
+  mouse(bar, QEvent::MouseButtonPress, thumb, Qt::LeftButton);
+  mouse(bar, QEvent::MouseMove, thumb + QPoint(0, 30), Qt::LeftButton);
+  mouse(bar, QEvent::MouseButtonRelease, thumb + QPoint(0, 30), Qt::NoButton);
+  Event moved = window->waitEvent(state, backend_->ticks() + 120);
+  EXPECT_EQ(moved.part, ScrollPart::Thumb);
+  EXPECT_GT(moved.value, 0);
+  window->applyDefault(state, moved);
+  EXPECT_EQ(state.item(10)->value, moved.value);
 
-  const int shortHeight = window->textGeometry(state, 9).content;
-  std::u16string longText;
-  for (int i = 0; i < 40; ++i) longText += u"many words that wrap ";
-  state.item(9)->text = longText;
-  refresh(*window, state);
-  const int longHeight = window->textGeometry(state, 9).content;
-  EXPECT_GT(shortHeight, 0);
-  EXPECT_GT(longHeight, 3 * shortHeight);
+  mouse(bar, QEvent::MouseButtonPress, rect(QStyle::SC_ScrollBarSubLine).center(), Qt::LeftButton);
+  mouse(bar, QEvent::MouseButtonRelease, rect(QStyle::SC_ScrollBarSubLine).center(), Qt::NoButton);
+  Event arrow = window->waitEvent(state, backend_->ticks() + 120);
+  EXPECT_EQ(arrow.part, ScrollPart::LineUp);
+  EXPECT_EQ(bar->value(), moved.value);  // the dialog decides how far
+}
+
+// Keys a person types into a window open between calls, while no dialog waits, are dropped.
+TEST_F(QtBackendTest, AWindowOpenBetweenCallsDropsStrayKeys) {
+  WindowState state = everyKind();
+  state.persistent = true;
+  auto window = open(state);
+  QCoreApplication::postEvent(window->window(),
+                              new QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, "z"));
+  backend_->pump();
+  waitFor([] { return false; }, 50);
+  EXPECT_EQ(window->waitEvent(state, backend_->ticks() + 2).type, Event::Type::Null);
 }
 
 TEST_F(QtBackendTest, PersonsEventsAndDeadlines) {
@@ -460,27 +484,6 @@ TEST_F(QtBackendTest, AWindowOpenBetweenCallsIsRedrawnByThePump) {
   backend_->pump();              // as the host does between script steps and while idle
   EXPECT_GE(counter.paints, 1);
   message->removeEventFilter(&counter);
-}
-
-TEST_F(QtBackendTest, TabFocusesButtonsAndSpacePressesTheFocusedOne) {
-  WindowState state = messageWindow(u"Keys");
-  auto window = open(state);
-  QCoreApplication::processEvents();
-  // Tab goes to the leftmost button shown, on screen too.
-  answer(*window, state, "key Tab");
-  EXPECT_EQ(state.focus, 2);
-  EXPECT_TRUE(widget<QPushButton>(*window, 2)->hasFocus());
-  answer(*window, state, "key Tab");
-  EXPECT_EQ(state.focus, 1);
-  EXPECT_TRUE(widget<QPushButton>(*window, 1)->hasFocus());
-  // Space is delivered to the focused button as a real key and presses it.
-  Event space = injected(*window, state, "key Space");
-  EXPECT_EQ(space.type, Event::Type::Key);
-  EXPECT_EQ(space.character, kCharSpace);
-  EXPECT_EQ(window->applyDefault(state, space).itemHit, 1);
-  // Return reaches the dialog as Return whatever has the focus; the dialog decides.
-  Event ret = injected(*window, state, "key Return");
-  EXPECT_EQ(ret.character, kCharReturn);
 }
 
 TEST_F(QtBackendTest, ShotsAreThePicturesOfTheWindow) {

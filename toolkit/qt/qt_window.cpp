@@ -344,6 +344,9 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
     return outcome;
   }
   Outcome outcome = detail::applyDefaultToModel(state, event, backend_);
+  // A click in a field: the widget placed the caret, or the drag that followed selected.
+  detail::ItemState* clicked = event.type == Event::Type::Click ? state.item(event.item) : nullptr;
+  if (clicked && isTextKind(clicked->kind)) readBackItem(*clicked);
   update(state);
   if (field && field->kind == ItemKind::TextArea)
     readBackItem(*field);  // it kept the caret in view
