@@ -214,6 +214,9 @@ std::vector<Event> eventsForAnswer(const WindowState& window, const Answer& answ
       }
       e.item = answer.item;
       if (!item) return {};  // no such item to click
+      // A part or a drag only on a scroll bar: elsewhere a person's mouse finds nothing to do.
+      const bool barAnswer = answer.kind == Answer::Kind::Drag || answer.part != ScrollPart::None;
+      if (barAnswer && item->kind != ItemKind::ScrollBar) return {};
       switch (item->kind) {
         case ItemKind::Popup:
           e.menuItem = item->value;
@@ -237,6 +240,7 @@ std::vector<Event> eventsForAnswer(const WindowState& window, const Answer& answ
       return {e};
     }
     case Answer::Kind::Choose:
+      if (!window.item(answer.item)) return {};
       e.type = Event::Type::Click;
       e.item = answer.item;
       e.menuItem = answer.menuItem;
