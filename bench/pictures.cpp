@@ -1,5 +1,5 @@
-// Decoding a custom icon's picture data: a photo-sized JPEG and QuickDraw pictures of the kinds
-// containers hold, each 256 x 256.
+// Decoding a custom icon's picture data: a JPEG (upright and turned by its EXIF orientation), a PNG
+// with alpha and QuickDraw pictures of the kinds containers hold, each 256 x 256.
 #include <benchmark/benchmark.h>
 
 #include "picture_writer.h"
@@ -28,6 +28,28 @@ void BM_Jpeg(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_Jpeg);
+
+void BM_JpegTurned(benchmark::State& state) {
+  const Bytes jpeg =
+      withOrientation(makeJpeg(gradient()), static_cast<unsigned>(state.range(0)), true);
+  for (auto _ : state) {
+    toolkit::Image image;
+    benchmark::DoNotOptimize(toolkit::picture::decodeJpeg(jpeg, image));
+  }
+}
+BENCHMARK(BM_JpegTurned)->Arg(1)->Arg(3)->Arg(6);
+
+void BM_Png(benchmark::State& state) {
+  auto pixels = gradient();
+  for (auto& row : pixels)
+    for (auto& p : row) p |= (p & 0xFF) << 24;
+  const Bytes png = makePng(pixels);
+  for (auto _ : state) {
+    toolkit::Image image;
+    benchmark::DoNotOptimize(toolkit::picture::decodePng(png, image));
+  }
+}
+BENCHMARK(BM_Png);
 
 void BM_PictDirect(benchmark::State& state) {
   const Rect frame{0, 0, kSide, kSide};

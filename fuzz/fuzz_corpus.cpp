@@ -1,5 +1,5 @@
-// Writes the starting corpora of the picture fuzzers into DIR/pict_fuzzer and DIR/jpeg_fuzzer:
-// valid pictures of each kind, and truncated, oversized and corrupt ones.
+// Writes the starting corpora of the picture fuzzers into DIR/pict_fuzzer, DIR/jpeg_fuzzer and
+// DIR/png_fuzzer: valid pictures of each kind, and truncated, oversized and corrupt ones.
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -28,21 +28,6 @@ void writeFamily(const fs::path& dir, const std::string& name, const Bytes& vali
   write(dir, name + "-corrupt", corrupt);
 }
 
-Bytes wrappedJpeg(const Bytes& jpeg, Rect frame) {
-  Writer qt;
-  qt.u16(0);
-  for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);
-  qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
-  qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
-  qt.u16(static_cast<unsigned>(frame.right)).u16(static_cast<unsigned>(frame.bottom));
-  qt.u32(0x00480000).u32(0x00480000).u32(static_cast<std::uint32_t>(jpeg.size())).u16(1);
-  for (int i = 0; i < 32; ++i) qt.u8(0);
-  qt.u16(24).u16(0xFFFF).append(jpeg);
-  Writer w;
-  w.beginV2(frame).u16(0x8200).u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes);
-  return w.endV2().bytes;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -52,8 +37,10 @@ int main(int argc, char** argv) {
   }
   const fs::path pictDir = fs::path(argv[1]) / "pict_fuzzer";
   const fs::path jpegDir = fs::path(argv[1]) / "jpeg_fuzzer";
+  const fs::path pngDir = fs::path(argv[1]) / "png_fuzzer";
   fs::create_directories(pictDir);
   fs::create_directories(jpegDir);
+  fs::create_directories(pngDir);
 
   auto pixels = solid(24, 6, 0x336699);
   for (std::size_t x = 0; x < 24; x += 3) pixels[2][x] = 0xFFFFFF;
@@ -84,7 +71,9 @@ int main(int argc, char** argv) {
   writeFamily(pictDir, "v1bitmap", v1.bytes);
 
   const Bytes jpeg = makeJpeg(pixels);
-  writeFamily(pictDir, "quicktime-jpeg", wrappedJpeg(jpeg, frame));
+  Writer wrapped;
+  writeFamily(pictDir, "quicktime-jpeg",
+              wrapped.beginV2(frame).quickTimeJpeg(frame, jpeg).endV2().bytes);
   Writer oversized;
   oversized.beginV2({0, 0, 8000, 8000}).direct32({0, 0, 4000, 24}, pixels, 4, 3, frame).endV2();
   write(pictDir, "oversized", oversized.bytes);
@@ -98,5 +87,10 @@ int main(int argc, char** argv) {
       break;
     }
   write(jpegDir, "oversized", wide);
+  writeFamily(jpegDir, "turned", withOrientation(jpeg, 6, true));
+
+  auto translucent = quadrants(24, 6, {0xFFFF0000, 0x00000000, 0x800000FF, 0xFF00FF00});
+  writeFamily(pngDir, "alpha", makePng(translucent));
+  writeFamily(pngDir, "opaque", makePng(solid(24, 6, 0xFF336699)));
   return 0;
 }

@@ -8,9 +8,10 @@ packages=(
   clang libclang-rt-14-dev clang-format
   libgtest-dev libgmock-dev libbenchmark-dev
   qt6-base-dev libgl-dev fonts-dejavu-core
-  libjpeg62-turbo-dev libturbojpeg0-dev
+  libjpeg62-turbo-dev libturbojpeg0-dev libpng-dev
   libedit-dev libcli11-dev nlohmann-json3-dev libicu-dev libgmp-dev libgmp-dev
-  zenity xvfb xauth
+  xvfb openbox xdotool
+  zenity xauth
 )
 
 missing=()

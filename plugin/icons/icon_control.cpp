@@ -1,8 +1,10 @@
 // Mosa_IconControl: stores or forgets the custom dialog icon, taken from a container's data
-// streams (PICT kept as given, JPEG converted by the picture service, GIF refused).
+// streams (PICT kept as given, PNG and JPEG converted by the picture service, GIF refused).
+#include <cstdint>
 #include <exception>
 #include <memory>
 #include <new>
+#include <span>
 #include <vector>
 
 #include "frame/handlers.h"
@@ -51,15 +53,20 @@ const toolkit::Image* Zk7CustomIconImage() {
   return &gCustomIconPict->image;
 }
 
-std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
-                                 Zk7Picture** picture) {
+namespace {
+
+using Decoder = toolkit::picture::Status (*)(std::span<const std::uint8_t>, toolkit::Image&);
+
+// Converts one compressed picture stream through the picture service.
+std::int16_t Zk7_ConvertStream(const fmx::BinaryData& data, fmx::int32 index, Decoder decode,
+                               Zk7Picture** picture) {
   *picture = nullptr;
   if (!toolkit::platform::jpegDecoderPresent()) return kErrNoPictureService;
   if (data.GetSize(index) == 0) return 0;
   std::vector<unsigned char> bytes;
   if (fmx::errcode err = Zk7_CopyStream(data, index, bytes); err != 0) return err;
   auto converted = std::make_unique<Zk7Picture>();
-  switch (toolkit::picture::decodeJpeg(bytes, converted->image)) {
+  switch (decode(bytes, converted->image)) {
     case toolkit::picture::Status::Ok:
       break;
     case toolkit::picture::Status::NoDecoder:
@@ -69,6 +76,18 @@ std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
   }
   *picture = converted.release();
   return 0;
+}
+
+}  // namespace
+
+std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
+                                 Zk7Picture** picture) {
+  return Zk7_ConvertStream(data, index, toolkit::picture::decodeJpeg, picture);
+}
+
+std::int16_t Zk7_GetPictFromPNG(const fmx::BinaryData& data, fmx::int32 index,
+                                Zk7Picture** picture) {
+  return Zk7_ConvertStream(data, index, toolkit::picture::decodePng, picture);
 }
 
 std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args) {
@@ -104,6 +123,12 @@ std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args) {
   if (StreamIndex(data, 'G', 'I', 'F', 'f') >= 0) {
     gIsRealPicture = 1;
     return kErrRefused;
+  }
+  // The host application stores inserted pictures as PNG nowadays.
+  if (fmx::int32 png = StreamIndex(data, 'P', 'N', 'G', 'f'); png >= 0) {
+    err = Zk7_GetPictFromPNG(data, png, &gCustomIconPict);
+    gIsRealPicture = 1;
+    return err;
   }
   if (fmx::int32 jpeg = StreamIndex(data, 'J', 'P', 'E', 'G'); jpeg >= 0) {
     err = Zk7_GetPictFromJPEG(data, jpeg, &gCustomIconPict);

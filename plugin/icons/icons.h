@@ -19,7 +19,8 @@ constexpr std::int32_t kClassicIconStop = 0;
 constexpr std::int32_t kClassicIconNote = 1;
 constexpr std::int32_t kClassicIconCaution = 2;
 
-// The stored custom picture: the container's PICT bytes as given, or a picture converted from JPEG.
+// The stored custom picture: the container's PICT bytes as given, or a picture converted from PNG
+// or JPEG.
 struct Zk7Picture {
   std::vector<unsigned char> pictBytes;  // copied PICT data (not a "real" picture)
   toolkit::Image image;                  // what is drawn; empty when the data cannot be decoded
@@ -34,12 +35,16 @@ const toolkit::Image* Zk7CustomIconImage();
 // Disposes of the custom picture; returns 0.
 std::int16_t Zk7DeleteAllCustomIconData();
 // Disposes of the custom picture, then (when `set`) stores a new one from argument 2: a PICT
-// stream as given, else a JPEG stream converted; GIF is refused. Returns an error number.
+// stream as given, else a PNG or else a JPEG stream converted; GIF is refused. Returns an error
+// number.
 std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args);
 // Converts the JPEG stream at `index`; on success `*picture` is a new picture (or stays null when
 // the stream is empty).
 std::int16_t Zk7_GetPictFromJPEG(const fmx::BinaryData& data, fmx::int32 index,
                                  Zk7Picture** picture);
+// The same for a PNG stream.
+std::int16_t Zk7_GetPictFromPNG(const fmx::BinaryData& data, fmx::int32 index,
+                                Zk7Picture** picture);
 // Draws the icon that `selector` (the switch record's icon value) names into icon item `item`:
 // 32042 nothing, 32001 the custom picture when one is stored and drawable, else the note, caution
 // or stop icon (by type with icon services, by classic number without). Anything else: nothing.

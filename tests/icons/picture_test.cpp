@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <string>
 
 #include "picture_writer.h"
 #include "toolkit/picture.h"
@@ -41,8 +42,18 @@ void expectCard(const toolkit::Image& image) {
           << "pixel " << x << "," << y;
 }
 
-picture::Status decodeJpeg(const Bytes& bytes, toolkit::Image& out) {
-  return picture::decodeJpeg(bytes, out);
+// Row y as letters: W white, K black, R red, G green, B blue, . transparent, ? anything else.
+std::string letters(const toolkit::Image& image, int y) {
+  std::string row;
+  for (int x = 0; x < image.width; ++x) {
+    const char* known = "WKRGB";
+    const std::uint32_t colours[] = {kWhite, kBlack, kRed, kGreen, kBlue};
+    char c = at(image, x, y) == 0 ? '.' : '?';
+    for (int k = 0; k < 5; ++k)
+      if (at(image, x, y) == (0xFF000000u | colours[k])) c = known[k];
+    row += c;
+  }
+  return row;
 }
 
 }  // namespace
@@ -80,28 +91,28 @@ TEST(Pict, SixteenBitPixelsPackedByWords) {
   }
 }
 
-TEST(Pict, FourAndTwoBitIndexedPixels) {
-  const Rect frame{0, 0, 1, 16};
+TEST(Pict, IndexedPixelsThroughColourTables) {
+  const Rect frame{0, 0, 2, 16};
   const std::vector<std::uint32_t> table{kWhite, kRed, kGreen, kBlue};
-  Writer four;  // 16 pixels of 4 bits: 8 bytes, packed
-  four.beginV2(frame).indexedPixMap(frame, 4, table, {{0x01, 0x23, 0, 0, 0, 0, 0, 0x32}}, true,
-                                    frame);
-  toolkit::Image image = picture::decodePict(four.endV2().bytes);
-  ASSERT_EQ(image.width, 16);
-  EXPECT_EQ(at(image, 0, 0), 0xFFFFFFFFu);
-  EXPECT_EQ(at(image, 1, 0), 0xFFFF0000u);
-  EXPECT_EQ(at(image, 3, 0), 0xFF0000FFu);
-  EXPECT_EQ(at(image, 14, 0), 0xFF0000FFu);
-  EXPECT_EQ(at(image, 15, 0), 0xFF00FF00u);
-  Writer two;  // 16 pixels of 2 bits: 4 bytes, never packed
-  two.beginV2(frame).indexedPixMap(frame, 2, table, {{0x1B, 0, 0, 0xE4}}, true, frame);
-  image = picture::decodePict(two.endV2().bytes);
-  ASSERT_EQ(image.width, 16);
-  EXPECT_EQ(at(image, 0, 0), 0xFFFFFFFFu);
-  EXPECT_EQ(at(image, 1, 0), 0xFFFF0000u);
-  EXPECT_EQ(at(image, 2, 0), 0xFF00FF00u);
-  EXPECT_EQ(at(image, 3, 0), 0xFF0000FFu);
-  EXPECT_EQ(at(image, 12, 0), 0xFF0000FFu);
+  auto rows = [&](unsigned pixelSize, std::vector<Bytes> data, bool packed,
+                  std::vector<std::uint32_t> colours) {
+    Writer w;
+    w.beginV2(frame).indexedPixMap(frame, pixelSize, colours, data, packed, frame).endV2();
+    const toolkit::Image image = picture::decodePict(w.bytes);
+    return letters(image, 0) + "|" + letters(image, 1);
+  };
+  // 4 bits: 8 bytes a row, packed; 2 bits: 4 bytes, never packed; 8 bits, packed: a run of red
+  // and a literal tail; 1 bit, unpacked: bit 1 is the table's second colour.
+  EXPECT_EQ(rows(4, {{0x01, 0x23, 0, 0, 0, 0, 0, 0x32}, Bytes(8, 0x11)}, true, table),
+            "WRGBWWWWWWWWWWBG|RRRRRRRRRRRRRRRR");
+  EXPECT_EQ(rows(2, {{0x1B, 0, 0, 0xE4}, Bytes(4, 0xFF)}, true, table),
+            "WRGBWWWWWWWWBGRW|BBBBBBBBBBBBBBBB");
+  Bytes tail(16, 1);
+  tail[14] = 2;
+  tail[15] = 0;
+  EXPECT_EQ(rows(8, {tail, Bytes(16, 3)}, true, table), "RRRRRRRRRRRRRRGW|BBBBBBBBBBBBBBBB");
+  EXPECT_EQ(rows(1, {{0x80, 0x01}, {0xFF, 0x00}}, false, {kWhite, kBlue}),
+            "BWWWWWWWWWWWWWWB|BBBBBBBBWWWWWWWW");
 }
 
 TEST(Pict, NarrowRowsAreNeverPacked) {
@@ -110,42 +121,7 @@ TEST(Pict, NarrowRowsAreNeverPacked) {
   w.beginV2(frame).direct32(frame, {{kGreen}, {kBlue}}, 4, 3, frame).endV2();
   // rowBytes 4 < 8: the data is written unpacked whatever the pack type says.
   toolkit::Image image = picture::decodePict(w.bytes);
-  ASSERT_EQ(image.width, 1);
-  EXPECT_EQ(at(image, 0, 0), 0xFF00FF00u);
-  EXPECT_EQ(at(image, 0, 1), 0xFF0000FFu);
-}
-
-TEST(Pict, IndexedPixelMapsWithColourTables) {
-  const std::vector<std::uint32_t> table{kWhite, kRed, kGreen, kBlue};
-  const Rect frame{0, 0, 2, 16};
-  // 8 bits per pixel, packed: a run of red and a literal tail.
-  {
-    Bytes row0(16, 1), row1(16, 3);
-    row0[14] = 2;
-    row0[15] = 0;
-    Writer w;
-    w.beginV2(frame).indexedPixMap(frame, 8, table, {row0, row1}, true, frame).endV2();
-    toolkit::Image image = picture::decodePict(w.bytes);
-    ASSERT_EQ(image.width, 16);
-    EXPECT_EQ(at(image, 0, 0), 0xFFFF0000u);
-    EXPECT_EQ(at(image, 14, 0), 0xFF00FF00u);
-    EXPECT_EQ(at(image, 15, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(at(image, 7, 1), 0xFF0000FFu);
-  }
-  // 1 bit per pixel, unpacked (BitsRect): bit 1 is the second colour of the table.
-  {
-    Writer w;
-    w.beginV2(frame)
-        .indexedPixMap(frame, 1, {kWhite, kBlue}, {{0x80, 0x01}, {0xFF, 0x00}}, false, frame)
-        .endV2();
-    toolkit::Image image = picture::decodePict(w.bytes);
-    ASSERT_EQ(image.width, 16);
-    EXPECT_EQ(at(image, 0, 0), 0xFF0000FFu);
-    EXPECT_EQ(at(image, 1, 0), 0xFFFFFFFFu);
-    EXPECT_EQ(at(image, 15, 0), 0xFF0000FFu);
-    EXPECT_EQ(at(image, 7, 1), 0xFF0000FFu);
-    EXPECT_EQ(at(image, 8, 1), 0xFFFFFFFFu);
-  }
+  EXPECT_EQ(letters(image, 0) + letters(image, 1), "GB");
 }
 
 TEST(Pict, VersionOneBitmapIsBlackOnWhite) {
@@ -153,12 +129,7 @@ TEST(Pict, VersionOneBitmapIsBlackOnWhite) {
   Writer w;
   w.beginV1(frame).u8(0x90).u16(2).rect({0, 0, 1, 16}).rect(frame).rect(frame).u16(0);
   w.u8(0xA5).u8(0xFF).u8(0xFF);
-  toolkit::Image image = picture::decodePict(w.bytes);
-  ASSERT_EQ(image.width, 8);
-  EXPECT_EQ(at(image, 0, 0), 0xFF000000u);
-  EXPECT_EQ(at(image, 1, 0), 0xFFFFFFFFu);
-  EXPECT_EQ(at(image, 2, 0), 0xFF000000u);
-  EXPECT_EQ(at(image, 7, 0), 0xFF000000u);
+  EXPECT_EQ(letters(picture::decodePict(w.bytes), 0), "KWKWWKWK");
 }
 
 TEST(Pict, OtherOpcodesAreSkippedAndFileHeaderAccepted) {
@@ -180,40 +151,8 @@ TEST(Pict, SourceIsScaledIntoDestinationAndTheRestIsTransparent) {
   Writer w;
   w.beginV2(frame).direct32({0, 0, 1, 2}, {{kRed, kBlue}}, 1, 3, {0, 0, 2, 4}).endV2();
   toolkit::Image image = picture::decodePict(w.bytes);
-  ASSERT_EQ(image.width, 4);
   ASSERT_EQ(image.height, 4);
-  EXPECT_EQ(at(image, 1, 1), 0xFFFF0000u);
-  EXPECT_EQ(at(image, 2, 0), 0xFF0000FFu);
-  EXPECT_EQ(at(image, 3, 1), 0xFF0000FFu);
-  EXPECT_EQ(at(image, 0, 2), 0u);
-}
-
-TEST(Pict, WrappedJpegIsDrawn) {
-  const Bytes jpeg = makeJpeg(solid(8, 8, kGreen));
-  const Rect frame{0, 0, 8, 8};
-  Writer w;
-  w.beginV2(frame).u16(0x8200);
-  Writer qt;
-  qt.u16(0);
-  for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);  // identity matrix
-  qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
-  // Image description: 86 bytes, codec 'jpeg'.
-  qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
-  qt.u16(8)
-      .u16(8)
-      .u32(0x00480000)
-      .u32(0x00480000)
-      .u32(static_cast<std::uint32_t>(jpeg.size()))
-      .u16(1);
-  for (int i = 0; i < 32; ++i) qt.u8(0);
-  qt.u16(24).u16(0xFFFF);
-  qt.append(jpeg);
-  w.u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes).endV2();
-  toolkit::Image image = picture::decodePict(w.bytes);
-  ASSERT_EQ(image.width, 8);
-  std::uint32_t p = at(image, 4, 4);
-  EXPECT_LT((p >> 16) & 0xFF, 8u);
-  EXPECT_GT((p >> 8) & 0xFF, 247u);
+  EXPECT_EQ(letters(image, 0) + letters(image, 1) + letters(image, 3), "RRBBRRBB....");
 }
 
 TEST(Pict, WhatCannotBeReadGivesNoImage) {
@@ -238,18 +177,10 @@ TEST(Pict, WhatCannotBeReadGivesNoImage) {
   EXPECT_TRUE(picture::decodePict(lying.bytes).empty());
 }
 
-TEST(Jpeg, DecodesColourAndGrey) {
-  auto pixels = solid(16, 8, kRed);
-  for (auto& p : pixels[7]) p = kBlue;
+// Colour JPEGs are drawn by the icon scenarios; grey ones come out grey.
+TEST(Jpeg, DecodesGrey) {
   toolkit::Image image;
-  ASSERT_EQ(decodeJpeg(makeJpeg(pixels), image), picture::Status::Ok);
-  ASSERT_EQ(image.width, 16);
-  ASSERT_EQ(image.height, 8);
-  EXPECT_EQ(at(image, 3, 2) >> 24, 0xFFu);
-  EXPECT_GT((at(image, 3, 2) >> 16) & 0xFF, 240u);
-  EXPECT_GT(at(image, 3, 7) & 0xFF, 240u);
-
-  ASSERT_EQ(decodeJpeg(makeJpeg(solid(4, 4, 0x808080), true), image), picture::Status::Ok);
+  ASSERT_EQ(picture::decodeJpeg(makeJpeg(solid(4, 4, 0x808080), true), image), picture::Status::Ok);
   std::uint32_t g = at(image, 1, 1);
   EXPECT_EQ((g >> 16) & 0xFF, g & 0xFF);
   EXPECT_NEAR(static_cast<int>(g & 0xFF), 0x80, 3);
@@ -258,8 +189,9 @@ TEST(Jpeg, DecodesColourAndGrey) {
 TEST(Jpeg, RefusesWhatItShouldNotDecode) {
   toolkit::Image image;
   Bytes jpeg = makeJpeg(solid(8, 8, kGreen));
-  EXPECT_EQ(decodeJpeg(Bytes{1, 2, 3}, image), picture::Status::Corrupt);
-  EXPECT_EQ(decodeJpeg(Bytes(jpeg.begin(), jpeg.begin() + 20), image), picture::Status::Corrupt);
+  EXPECT_EQ(picture::decodeJpeg(Bytes{1, 2, 3}, image), picture::Status::Corrupt);
+  EXPECT_EQ(picture::decodeJpeg(Bytes(jpeg.begin(), jpeg.begin() + 20), image),
+            picture::Status::Corrupt);
   EXPECT_TRUE(image.empty());
 
   // The frame header claims 20000 x 8: refused before any pixel memory is taken.
@@ -270,12 +202,12 @@ TEST(Jpeg, RefusesWhatItShouldNotDecode) {
       wide[i + 8] = 20000 & 0xFF;
       break;
     }
-  EXPECT_EQ(decodeJpeg(wide, image), picture::Status::TooLarge);
+  EXPECT_EQ(picture::decodeJpeg(wide, image), picture::Status::TooLarge);
 
   toolkit::platform::setServiceDisabled(toolkit::platform::Service::JpegDecoder, true);
-  EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::NoDecoder);
+  EXPECT_EQ(picture::decodeJpeg(jpeg, image), picture::Status::NoDecoder);
   toolkit::platform::setServiceDisabled(toolkit::platform::Service::JpegDecoder, false);
-  EXPECT_EQ(decodeJpeg(jpeg, image), picture::Status::Ok);
+  EXPECT_EQ(picture::decodeJpeg(jpeg, image), picture::Status::Ok);
 }
 
 TEST(Jpeg, AdobeCmykIsConverted) {
@@ -290,7 +222,7 @@ TEST(Jpeg, AdobeCmykIsConverted) {
   tjFree(out);
   tjDestroy(tj);
   toolkit::Image image;
-  ASSERT_EQ(decodeJpeg(jpeg, image), picture::Status::Ok);
+  ASSERT_EQ(picture::decodeJpeg(jpeg, image), picture::Status::Ok);
   const std::uint32_t p = at(image, 2, 2);
   EXPECT_GT((p >> 16) & 0xFF, 245u);
   EXPECT_LT((p >> 8) & 0xFF, 10u);

@@ -1,9 +1,11 @@
 // Builders for the small pictures the icon tests feed in: QuickDraw pictures written opcode by
-// opcode, and JPEGs made with libjpeg-turbo.
+// opcode, JPEGs made with libjpeg-turbo and PNGs made with libpng.
 #pragma once
 
+#include <png.h>
 #include <turbojpeg.h>
 
+#include <array>
 #include <cstdint>
 #include <initializer_list>
 #include <stdexcept>
@@ -56,6 +58,9 @@ inline Bytes packBits(const Bytes& row, std::size_t unit = 1) {
 class Writer {
  public:
   Bytes bytes;
+  // The size of a packed row's byte count: 0 by the book (two bytes when rowBytes is over 250),
+  // else 1 or 2 as some writers use regardless.
+  unsigned countBytes = 0;
 
   Writer& u8(unsigned v) {
     bytes.push_back(static_cast<std::uint8_t>(v));
@@ -109,7 +114,7 @@ class Writer {
         continue;
       }
       Bytes p = packBits(row, unit);
-      if (rowBytes > 250)
+      if (countBytes == 2 || (countBytes == 0 && rowBytes > 250))
         u16(static_cast<unsigned>(p.size()));
       else
         u8(static_cast<unsigned>(p.size()));
@@ -164,6 +169,21 @@ class Writer {
     }
     return rows(data, rowBytes, planar);
   }
+  // Compressed QuickTime data (opcode 0x8200) holding a JPEG drawn over `frame`.
+  Writer& quickTimeJpeg(Rect frame, const Bytes& jpeg) {
+    Writer qt;
+    qt.u16(0);
+    for (int i = 0; i < 9; ++i) qt.u32(i % 4 == 0 ? 0x00010000 : 0);  // identity matrix
+    qt.u32(0).rect({0, 0, 0, 0}).u16(0).rect(frame).u32(0).u32(0);
+    // Image description: 86 bytes, codec 'jpeg'.
+    qt.u32(86).u32(0x6A706567).u32(0).u16(0).u16(0).u16(0).u16(0).u32(0).u32(0).u32(0);
+    qt.u16(static_cast<unsigned>(frame.right - frame.left))
+        .u16(static_cast<unsigned>(frame.bottom - frame.top));
+    qt.u32(0x00480000).u32(0x00480000).u32(static_cast<std::uint32_t>(jpeg.size())).u16(1);
+    for (int i = 0; i < 32; ++i) qt.u8(0);
+    qt.u16(24).u16(0xFFFF).append(jpeg);
+    return align().u16(0x8200).u32(static_cast<std::uint32_t>(qt.bytes.size())).append(qt.bytes);
+  }
   // DirectBitsRect of 16-bit pixels (x1r5g5b5 from 0xRRGGBB), unpacked or packed by words.
   Writer& direct16(Rect bounds, const std::vector<std::vector<std::uint32_t>>& pixels,
                    unsigned packType, Rect dst) {
@@ -207,6 +227,50 @@ inline Bytes makeJpeg(const std::vector<std::vector<std::uint32_t>>& pixels, boo
   tjDestroy(tj);
   if (rc != 0) throw std::runtime_error("tjCompress2 failed");
   return jpeg;
+}
+
+// The JPEG with an EXIF segment carrying `orientation`, in either byte order, after its start.
+inline Bytes withOrientation(const Bytes& jpeg, unsigned orientation, bool littleEndian) {
+  Writer out;
+  out.u8(0xFF).u8(0xD8).u8(0xFF).u8(0xE1).u16(2 + 6 + 26).append({'E', 'x', 'i', 'f', 0, 0});
+  if (littleEndian)  // header, one entry: tag 0x0112, type 3 (short), count 1, the value
+    out.append({'I', 'I', 42, 0, 8, 0, 0, 0, 1, 0, 0x12, 0x01, 3, 0, 1, 0, 0, 0})
+        .u8(orientation)
+        .u8(0);
+  else
+    out.append({'M', 'M', 0, 42, 0, 0, 0, 8, 0, 1, 0x01, 0x12, 0, 3, 0, 0, 0, 1}).u16(orientation);
+  out.u16(0).u32(0).bytes.insert(out.bytes.end(), jpeg.begin() + 2, jpeg.end());
+  return out.bytes;
+}
+
+// A PNG of the given 0xAARRGGBB pixels, with its alpha.
+inline Bytes makePng(const std::vector<std::vector<std::uint32_t>>& pixels) {
+  png_image image{};
+  image.version = PNG_IMAGE_VERSION;
+  image.width = static_cast<png_uint_32>(pixels.at(0).size());
+  image.height = static_cast<png_uint_32>(pixels.size());
+  image.format = PNG_FORMAT_RGBA;
+  Bytes rgba;
+  for (const auto& line : pixels)
+    for (std::uint32_t p : line)
+      for (int shift : {16, 8, 0, 24}) rgba.push_back(static_cast<std::uint8_t>(p >> shift));
+  Bytes png(rgba.size() * 2 + 1024);  // more than deflate can ever need
+  png_alloc_size_t size = png.size();
+  if (!png_image_write_to_memory(&image, png.data(), &size, 0, rgba.data(), 0, nullptr))
+    throw std::runtime_error("png_image_write_to_memory failed");
+  png.resize(size);
+  return png;
+}
+
+// A w x h grid of four quadrants: top left, top right, bottom left, bottom right.
+inline std::vector<std::vector<std::uint32_t>> quadrants(int w, int h,
+                                                         std::array<std::uint32_t, 4> colours) {
+  std::vector<std::vector<std::uint32_t>> grid(static_cast<std::size_t>(h));
+  for (int y = 0; y < h; ++y)
+    for (int x = 0; x < w; ++x)
+      grid[static_cast<std::size_t>(y)].push_back(
+          colours[static_cast<std::size_t>((y >= h / 2) * 2 + (x >= w / 2))]);
+  return grid;
 }
 
 // A solid-colour w x h pixel grid.

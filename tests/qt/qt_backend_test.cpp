@@ -17,7 +17,12 @@
 #include <QTextEdit>
 #include <QWindow>
 
+#include <QElapsedTimer>
+#include <QStyleOptionSlider>
+#include <QWheelEvent>
+
 #include <filesystem>
+#include <functional>
 
 #include "qt_backend.h"
 #include "qt_window.h"
@@ -80,8 +85,22 @@ class QtBackendTest : public ::testing::Test {
   // What the core does with an answer: the backend performs it, the dialog's filter lets the event
   // through, the toolkit applies the default handling.
   Outcome answer(QtWindow& window, WindowState& state, const std::string& line) {
-    Event event = window.inject(state, detail::parseAnswer(line));
-    return window.applyDefault(state, event);
+    Outcome outcome;
+    for (const Event& event : window.inject(state, detail::parseAnswer(line)))
+      outcome = window.applyDefault(state, event);
+    return outcome;
+  }
+  // The event an answer stands for (a key's release and a double click's first click aside).
+  Event injected(QtWindow& window, WindowState& state, const std::string& line) {
+    std::vector<Event> events = window.inject(state, detail::parseAnswer(line));
+    EXPECT_FALSE(events.empty()) << line;
+    std::erase_if(events, [](const Event& e) { return e.type == Event::Type::KeyUp; });
+    return events.empty() ? Event{} : events.back();
+  }
+  // The dialog changed these items: the window shows them again.
+  void refresh(QtWindow& window, WindowState& state) {
+    for (ItemState& item : state.items) ++item.changes;
+    window.update(state);
   }
 
   static QtBackend* backend_;
@@ -96,72 +115,6 @@ W* widget(QtWindow& window, int n) {
   return w;
 }
 
-TEST_F(QtBackendTest, WindowMirrorsTheModelInRealWidgets) {
-  WindowState state = everyKind();
-  state.item(2)->visible = false;
-  state.item(6)->enabled = false;
-  state.item(6)->value = 1;
-  state.item(5)->value = 3;
-  state.item(8)->selectedRow = 1;
-  state.item(10)->max = 50;
-  state.item(10)->page = 10;
-  state.item(10)->value = 20;
-  state.item(11)->max = 200;
-  state.item(11)->value = 50;
-  state.item(7)->icon = IconKind::Caution;
-  auto window = open(state);
-
-  EXPECT_EQ(window->window()->geometry(), QRect(100, 80, 420, 360));
-  EXPECT_EQ(window->window()->windowTitle(), QStringLiteral("Everything"));
-  EXPECT_TRUE(window->window()->isVisible());
-  for (const ItemState& item : state.items) {
-    EXPECT_EQ(window->itemWidget(item.n)->geometry(),
-              QRect(item.rect.left, item.rect.top, item.rect.width(), item.rect.height()))
-        << "item " << item.n;
-  }
-  EXPECT_TRUE(widget<QPushButton>(*window, 1)->isDefault());
-  EXPECT_FALSE(widget<QPushButton>(*window, 2)->isVisible());
-  // Messages are plain text: markup shows as the characters it is made of.
-  auto* label = widget<QLabel>(*window, 3);
-  EXPECT_EQ(label->textFormat(), Qt::PlainText);
-  EXPECT_EQ(label->text(), QStringLiteral("Type <b>here</b> & there"));
-  auto* box = widget<QCheckBox>(*window, 6);
-  EXPECT_FALSE(box->isEnabled());
-  EXPECT_TRUE(box->isChecked());
-  auto* combo = widget<QComboBox>(*window, 5);
-  ASSERT_EQ(combo->count(), 3);
-  EXPECT_EQ(combo->currentText(), QStringLiteral("Blue"));
-  EXPECT_EQ(widget<QListWidget>(*window, 8)->currentRow(), 1);
-  auto* bar = widget<QScrollBar>(*window, 10);
-  EXPECT_EQ(bar->maximum(), 50);
-  EXPECT_EQ(bar->pageStep(), 10);
-  EXPECT_EQ(bar->value(), 20);
-  auto* progress = widget<QProgressBar>(*window, 11);
-  EXPECT_EQ(progress->maximum(), 200);
-  EXPECT_EQ(progress->value(), 50);
-  EXPECT_FALSE(widget<QLabel>(*window, 7)->pixmap().isNull());
-  EXPECT_TRUE(widget<QLineEdit>(*window, 4)->hasFocus() || !QApplication::activeWindow());
-
-  // Changes to the model reach the widgets.
-  state.item(2)->visible = true;
-  state.item(1)->text = u"Save & Close";
-  state.defaultItem = 2;
-  state.item(11)->indeterminate = true;
-  state.item(7)->icon = IconKind::None;
-  state.item(8)->rows = {u"one"};
-  state.item(8)->selectedRow = -1;
-  state.frame = Rect{10, 20, 10 + 500, 20 + 400};
-  window->update(state);
-  EXPECT_TRUE(widget<QPushButton>(*window, 2)->isVisible());
-  EXPECT_EQ(widget<QPushButton>(*window, 1)->text(), QStringLiteral("Save && Close"));
-  EXPECT_TRUE(widget<QPushButton>(*window, 2)->isDefault());
-  EXPECT_FALSE(widget<QPushButton>(*window, 1)->isDefault());
-  EXPECT_EQ(progress->maximum(), 0);  // busy
-  EXPECT_TRUE(widget<QLabel>(*window, 7)->pixmap().isNull());
-  EXPECT_EQ(widget<QListWidget>(*window, 8)->count(), 1);
-  EXPECT_EQ(window->window()->geometry(), QRect(10, 20, 500, 400));
-}
-
 TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect) {
   WindowState state = everyKind();
   auto window = open(state);
@@ -169,7 +122,7 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
   const qreal ratio = icon->devicePixelRatioF();
   for (IconKind kind : {IconKind::Note, IconKind::Caution, IconKind::Stop}) {
     state.item(7)->icon = kind;
-    window->update(state);
+    refresh(*window, state);
     QPixmap pixmap = icon->pixmap();
     ASSERT_FALSE(pixmap.isNull());
     EXPECT_EQ(pixmap.deviceIndependentSize().toSize(), QSize(32, 32));
@@ -189,122 +142,139 @@ TEST_F(QtBackendTest, IconsComeFromTheThemeAndCustomPicturesAreScaledIntoTheRect
   image->pixels.assign(64 * 16, 0xFFFF0000u);
   state.item(7)->icon = IconKind::Custom;
   state.item(7)->image = image;
-  window->update(state);
+  refresh(*window, state);
   QPixmap custom = icon->pixmap();
   ASSERT_FALSE(custom.isNull());
   EXPECT_EQ(custom.deviceIndependentSize().toSize(), QSize(32, 8));
   EXPECT_EQ(custom.toImage().pixelColor(2, 2), QColor(255, 0, 0));
   // Custom with nothing stored draws nothing.
   state.item(7)->image.reset();
-  window->update(state);
+  refresh(*window, state);
   EXPECT_TRUE(icon->pixmap().isNull());
 }
 
-TEST_F(QtBackendTest, ClicksArriveThroughTheRealWidgets) {
-  WindowState state = everyKind();
-  auto window = open(state);
-
-  Event click = window->inject(state, detail::parseAnswer("click 2"));
-  EXPECT_EQ(click.type, Event::Type::Click);
-  EXPECT_EQ(click.item, 2);
-  EXPECT_EQ(window->applyDefault(state, click).itemHit, 2);
-
-  // A check box toggles through the default handling, in the model and on screen.
-  answer(*window, state, "click 6");
-  EXPECT_EQ(state.item(6)->value, 1);
-  EXPECT_TRUE(widget<QCheckBox>(*window, 6)->isChecked());
-  answer(*window, state, "click 6");
-  EXPECT_EQ(state.item(6)->value, 0);
-  EXPECT_FALSE(widget<QCheckBox>(*window, 6)->isChecked());
-
-  // A pop-up entry chosen in the opened menu.
-  Event chosen = window->inject(state, detail::parseAnswer("choose 5 3"));
-  EXPECT_EQ(chosen.type, Event::Type::Click);
-  EXPECT_EQ(chosen.item, 5);
-  EXPECT_EQ(chosen.menuItem, 3);
-  window->applyDefault(state, chosen);
-  EXPECT_EQ(state.item(5)->value, 3);
-  EXPECT_EQ(widget<QComboBox>(*window, 5)->currentText(), QStringLiteral("Blue"));
-
-  // List rows: a click selects; a double click says so.
-  Event row = window->inject(state, detail::parseAnswer("row 3"));
-  EXPECT_EQ(row.item, 8);
-  EXPECT_EQ(row.row, 2);
-  EXPECT_FALSE(row.doubleClick);
-  window->applyDefault(state, row);
-  EXPECT_EQ(state.item(8)->selectedRow, 2);
-  EXPECT_EQ(widget<QListWidget>(*window, 8)->currentRow(), 2);
-  Event twice = window->inject(state, detail::parseAnswer("double-click-row 1"));
-  EXPECT_EQ(twice.row, 0);
-  EXPECT_TRUE(twice.doubleClick);
-
-  // A hidden button cannot be reached by a hand; the answer still stands for a click on it.
-  state.item(2)->visible = false;
-  window->update(state);
-  Event hidden = window->inject(state, detail::parseAnswer("click 2"));
-  EXPECT_EQ(hidden.type, Event::Type::Click);
-  EXPECT_EQ(hidden.item, 2);
+// Runs events until `condition` holds or `ms` pass; whether it held.
+bool waitFor(const std::function<bool()>& condition, int ms = 2000) {
+  QElapsedTimer timer;
+  timer.start();
+  while (!condition()) {
+    if (timer.elapsed() > ms) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+  }
+  return true;
 }
 
-TEST_F(QtBackendTest, KeysEditTheRealFieldAndAreReadBack) {
+// A person's mouse: real events posted to a widget, travelling through the event loop.
+void mouse(QWidget* w, QEvent::Type type, QPoint at, Qt::MouseButtons buttons) {
+  QCoreApplication::postEvent(
+      w, new QMouseEvent(type, QPointF(at), QPointF(w->mapTo(w->window(), at)),
+                         QPointF(w->mapToGlobal(at)), Qt::LeftButton, buttons, Qt::NoModifier));
+}
+
+// Where in a field a click puts the caret at `position`.
+QPoint pointOf(QLineEdit* edit, int position) {
+  for (int x = 0; x < edit->width(); ++x)
+    if (edit->cursorPositionAt(QPoint(x, edit->height() / 2)) == position)
+      return QPoint(x, edit->height() / 2);
+  return {};
+}
+
+// What a person does in the widgets is theirs: a click places the caret where it lands, a drag
+// selects, the wheel scrolls; the dialog hears of each, the model follows, and an unrelated change
+// of the dialog's does not undo it.
+TEST_F(QtBackendTest, APersonsClickDragAndWheelStayWhereThePersonPutThem) {
   WindowState state = everyKind();
+  state.item(4)->text = u"hello world";
+  for (int i = 0; i < 60; ++i) state.item(9)->text += u"a line of the text area\r";
   auto window = open(state);
   auto* edit = widget<QLineEdit>(*window, 4);
+  auto wait = [&] { return window->waitEvent(state, backend_->ticks() + 120); };
 
-  for (const char* key : {"key H", "key i", "key !"}) answer(*window, state, key);
-  EXPECT_EQ(edit->text(), QStringLiteral("Hi!"));
-  EXPECT_EQ(state.item(4)->text, u"Hi!");
-  EXPECT_EQ(state.item(4)->selStart, 3);
-  answer(*window, state, "key Left");
-  answer(*window, state, "key Backspace");
-  EXPECT_EQ(state.item(4)->text, u"H!");
-  EXPECT_EQ(state.item(4)->selEnd, 1);
-  EXPECT_EQ(edit->cursorPosition(), 1);
+  mouse(edit, QEvent::MouseButtonPress, pointOf(edit, 5), Qt::LeftButton);
+  mouse(edit, QEvent::MouseButtonRelease, pointOf(edit, 5), Qt::NoButton);
+  Event click = wait();
+  EXPECT_EQ(click.item, 4);
+  EXPECT_EQ(click.caret, 5);
+  window->applyDefault(state, click);
+  EXPECT_EQ(edit->cursorPosition(), 5);
+  EXPECT_EQ(state.item(4)->selEnd, 5);
 
-  // Special keys reach the dialog's filter with their codes; they are not typing.
-  Event ret = window->inject(state, detail::parseAnswer("key Return"));
-  EXPECT_EQ(ret.type, Event::Type::Key);
-  EXPECT_EQ(ret.character, kCharReturn);
-  Event enter = window->inject(state, detail::parseAnswer("key Enter"));
-  EXPECT_EQ(enter.character, kCharEnter);
-  Event back = window->inject(state, detail::parseAnswer("key Shift-Tab"));
-  EXPECT_EQ(back.character, kCharTab);
-  EXPECT_EQ(back.modifiers & kModShift, kModShift);
-  Event command = window->inject(state, detail::parseAnswer("key cmd-V"));
-  EXPECT_EQ(command.modifiers & kModCommand, kModCommand);
-  EXPECT_EQ(command.character == u'v' || command.character == u'V', true);
-  EXPECT_EQ(state.item(4)->text, u"H!");
+  mouse(edit, QEvent::MouseButtonPress, pointOf(edit, 0), Qt::LeftButton);
+  mouse(edit, QEvent::MouseMove, pointOf(edit, 5), Qt::LeftButton);
+  mouse(edit, QEvent::MouseButtonRelease, pointOf(edit, 5), Qt::NoButton);
+  window->applyDefault(state, wait());
+  ASSERT_TRUE(waitFor([&] { return edit->selectedText() == QStringLiteral("hello"); }));
 
-  // A masked field shows bullets but keeps the text.
-  state.item(4)->masked = true;
+  state.item(1)->text = u"Go";
+  ++state.item(1)->changes;
   window->update(state);
-  EXPECT_EQ(edit->echoMode(), QLineEdit::Password);
-  answer(*window, state, "key x");
-  EXPECT_EQ(state.item(4)->text, u"Hx!");
+  window->readBack(state);
+  EXPECT_EQ(edit->selectedText(), QStringLiteral("hello"));
+  EXPECT_EQ(state.item(4)->selStart, 0);
+  EXPECT_EQ(state.item(4)->selEnd, 5);
+
+  auto* area = widget<QTextEdit>(*window, 9);
+  EXPECT_EQ(area->verticalScrollBarPolicy(), Qt::ScrollBarAlwaysOff);  // item 10 is its bar
+  const QPoint middle = area->viewport()->rect().center();
+  QCoreApplication::postEvent(
+      area->viewport(),
+      new QWheelEvent(QPointF(middle), QPointF(area->viewport()->mapToGlobal(middle)), QPoint(),
+                      QPoint(0, -240), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false));
+  Event scrolled = wait();
+  EXPECT_EQ(scrolled.type, Event::Type::Scroll);
+  EXPECT_EQ(scrolled.item, 9);
+  window->readBack(state);
+  EXPECT_GT(state.item(9)->scroll, 0);
+  EXPECT_EQ(state.item(9)->scroll, area->verticalScrollBar()->value());
+  ++state.item(1)->changes;
+  window->update(state);
+  EXPECT_EQ(area->verticalScrollBar()->value(), state.item(9)->scroll);  // no snap back
 }
 
-TEST_F(QtBackendTest, TheTextAreaEditsAndMeasuresItsText) {
+// A person drags a scroll bar's thumb: each move reports the value; an arrow reports its part
+// and leaves the value to the dialog.
+TEST_F(QtBackendTest, APersonDragsTheThumbAndPressesTheArrows) {
   WindowState state = everyKind();
-  state.focus = 9;
-  state.item(9)->text = u"first\rsecond";
-  state.item(9)->selStart = state.item(9)->selEnd = 5;
+  state.item(10)->max = 10;
+  state.item(10)->page = 2;
   auto window = open(state);
-  auto* area = widget<QTextEdit>(*window, 9);
-  EXPECT_EQ(area->toPlainText(), QStringLiteral("first\nsecond"));
-  answer(*window, state, "key !");
-  EXPECT_EQ(state.item(9)->text, u"first!\rsecond");
-  EXPECT_EQ(state.item(9)->selStart, 6);
+  auto* bar = widget<QScrollBar>(*window, 10);
+  QStyleOptionSlider option;
+  option.initFrom(bar);
+  option.orientation = Qt::Vertical;
+  option.maximum = 10;
+  option.pageStep = 2;
+  option.singleStep = 1;
+  auto rect = [&](QStyle::SubControl part) {
+    return bar->style()->subControlRect(QStyle::CC_ScrollBar, &option, part, bar);
+  };
+  const QPoint thumb = rect(QStyle::SC_ScrollBarSlider).center();
+  mouse(bar, QEvent::MouseButtonPress, thumb, Qt::LeftButton);
+  mouse(bar, QEvent::MouseMove, thumb + QPoint(0, 30), Qt::LeftButton);
+  mouse(bar, QEvent::MouseButtonRelease, thumb + QPoint(0, 30), Qt::NoButton);
+  Event moved = window->waitEvent(state, backend_->ticks() + 120);
+  EXPECT_EQ(moved.part, ScrollPart::Thumb);
+  EXPECT_GT(moved.value, 0);
+  window->applyDefault(state, moved);
+  EXPECT_EQ(state.item(10)->value, moved.value);
 
-  const int shortHeight = window->textContentHeight(state, 9);
-  std::u16string longText;
-  for (int i = 0; i < 40; ++i) longText += u"many words that wrap ";
-  state.item(9)->text = longText;
-  const int longHeight = window->textContentHeight(state, 9);
-  EXPECT_GT(shortHeight, 0);
-  EXPECT_GT(longHeight, 3 * shortHeight);
-  // Static text is measured the same way, wrapped to its item's width.
-  state.item(3)->text = longText;
-  EXPECT_GT(window->textContentHeight(state, 3), state.item(3)->rect.height());
+  mouse(bar, QEvent::MouseButtonPress, rect(QStyle::SC_ScrollBarSubLine).center(), Qt::LeftButton);
+  mouse(bar, QEvent::MouseButtonRelease, rect(QStyle::SC_ScrollBarSubLine).center(), Qt::NoButton);
+  Event arrow = window->waitEvent(state, backend_->ticks() + 120);
+  EXPECT_EQ(arrow.part, ScrollPart::LineUp);
+  EXPECT_EQ(bar->value(), moved.value);  // the dialog decides how far
+}
+
+// Keys a person types into a window open between calls, while no dialog waits, are dropped.
+TEST_F(QtBackendTest, AWindowOpenBetweenCallsDropsStrayKeys) {
+  WindowState state = everyKind();
+  state.persistent = true;
+  auto window = open(state);
+  QCoreApplication::postEvent(window->window(),
+                              new QKeyEvent(QEvent::KeyPress, Qt::Key_Z, Qt::NoModifier, "z"));
+  backend_->pump();
+  waitFor([] { return false; }, 50);
+  EXPECT_EQ(window->waitEvent(state, backend_->ticks() + 2).type, Event::Type::Null);
 }
 
 TEST_F(QtBackendTest, PersonsEventsAndDeadlines) {
@@ -368,7 +338,7 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   // Some lines too many: the message gets them all, the buttons move down below it, the window
   // grows by as much and stays on the screen.
   state.item(5)->text = repeated(u"Some records could not be matched and were skipped. ", 8);
-  window->update(state);
+  refresh(*window, state);
   auto* label = widget<QLabel>(*window, 5);
   const int grown = window->window()->height() - 150;
   EXPECT_GT(grown, 0);
@@ -384,7 +354,7 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   std::u16string huge = repeated(u"0123456789 abcdefghijklmnopqrstuvwxyz ", 53);
   ASSERT_GE(huge.size(), 2000u);
   state.item(5)->text = huge;
-  window->update(state);
+  refresh(*window, state);
   QRect frame = window->window()->geometry();
   EXPECT_GE(frame.top(), screen.top);
   EXPECT_LE(frame.bottom(), screen.bottom);
@@ -399,7 +369,7 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   // A word wider than the message (a long path) breaks rather than being cut off at the right.
   std::u16string path = u"/home/" + repeated(u"VeryLongFolderNameWithoutSpaces_", 6) + u"/report";
   state.item(5)->text = u"The file " + path + u" could not be opened.";
-  window->update(state);
+  refresh(*window, state);
   QRect drawn = label->fontMetrics().boundingRect(QRect(0, 0, label->width(), 10000),
                                                   Qt::TextWordWrap, label->text());
   EXPECT_LE(drawn.width(), label->width());
@@ -408,12 +378,12 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
 
   // Carriage returns, the host's line ends, break the lines.
   state.item(5)->text = u"First line\rSecond line\r\rFourth line";
-  window->update(state);
+  refresh(*window, state);
   EXPECT_EQ(label->text(), QStringLiteral("First line\nSecond line\n\nFourth line"));
 
   // Short again: back to the template's geometry and a plain label.
   state.item(5)->text = u"Done.";
-  window->update(state);
+  refresh(*window, state);
   EXPECT_EQ(window->window()->geometry(), QRect(180, 216, 440, 150));
   EXPECT_EQ(label->parentWidget(), window->window());
   EXPECT_TRUE(label->isVisible());
@@ -473,11 +443,11 @@ TEST_F(QtBackendTest, AWindowAPersonMovedStaysWhereItWasPut) {
   window->window()->move(20, 30);
   const QRect moved = window->window()->geometry();
   state.item(5)->text = u"Dragged";
-  window->update(state);
+  refresh(*window, state);
   EXPECT_EQ(window->window()->geometry(), moved);
   // The dialog places it: it goes there.
   state.frame = Rect{100, 50, 100 + 440, 50 + 150};
-  window->update(state);
+  refresh(*window, state);
   EXPECT_EQ(window->window()->geometry().topLeft(), QPoint(100, 50));
 }
 
@@ -504,37 +474,16 @@ TEST_F(QtBackendTest, AWindowOpenBetweenCallsIsRedrawnByThePump) {
   // Shown: drawn by the first pump.
   state.visible = true;
   ++state.fronted;
-  window->update(state);
+  refresh(*window, state);
   backend_->pump();
   EXPECT_GE(counter.paints, 1);
   counter.paints = 0;
   state.item(3)->text = u"Step 2 of 10";
-  window->update(state);
+  refresh(*window, state);
   EXPECT_EQ(counter.paints, 0);  // nothing is drawn until events run
   backend_->pump();              // as the host does between script steps and while idle
   EXPECT_GE(counter.paints, 1);
   message->removeEventFilter(&counter);
-}
-
-TEST_F(QtBackendTest, TabFocusesButtonsAndSpacePressesTheFocusedOne) {
-  WindowState state = messageWindow(u"Keys");
-  auto window = open(state);
-  QCoreApplication::processEvents();
-  // Tab goes to the leftmost button shown, on screen too.
-  answer(*window, state, "key Tab");
-  EXPECT_EQ(state.focus, 2);
-  EXPECT_TRUE(widget<QPushButton>(*window, 2)->hasFocus());
-  answer(*window, state, "key Tab");
-  EXPECT_EQ(state.focus, 1);
-  EXPECT_TRUE(widget<QPushButton>(*window, 1)->hasFocus());
-  // Space is delivered to the focused button as a real key and presses it.
-  Event space = window->inject(state, detail::parseAnswer("key Space"));
-  EXPECT_EQ(space.type, Event::Type::Key);
-  EXPECT_EQ(space.character, kCharSpace);
-  EXPECT_EQ(window->applyDefault(state, space).itemHit, 1);
-  // Return reaches the dialog as Return whatever has the focus; the dialog decides.
-  Event ret = window->inject(state, detail::parseAnswer("key Return"));
-  EXPECT_EQ(ret.character, kCharReturn);
 }
 
 TEST_F(QtBackendTest, ShotsAreThePicturesOfTheWindow) {

@@ -9,7 +9,8 @@
 // Example: "open 2 dialog 24272: item 3 rect = [292,104,372,124]".
 //
 // "trace_check --same A B" instead checks that two traces agree event by event, ticks aside (the
-// headless clock is virtual, Qt's is real): the two toolkits must show the same dialogs.
+// headless clock is virtual, Qt's is real) and the fields each toolkit measures with its own font
+// (kMeasured): the two toolkits must show the same dialogs.
 #include <cstdio>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -163,6 +164,29 @@ int checkFacts(const std::vector<Json>& events, const char* factsPath) {
   return failures == 0 ? 0 : 1;
 }
 
+// The fields derived from text metrics, which belong to each toolkit: a text area's scroll and
+// caret (a line or a page down lands where the font puts it), and a scroll bar beside a text area,
+// which the dialog sets from the text's height.
+struct Measured {
+  const char* kind;
+  std::vector<const char*> fields;
+};
+const Measured kMeasured[] = {{"textarea", {"scroll", "selection"}},
+                              {"scrollbar", {"value", "max"}}};
+
+void eraseMeasured(Json& event) {
+  if (!event.contains("items")) return;
+  bool hasTextArea = false;
+  for (const Json& item : event["items"]) hasTextArea |= item.value("kind", "") == "textarea";
+  for (Json& item : event["items"]) {
+    for (const Measured& m : kMeasured) {
+      if (item.value("kind", "") != m.kind) continue;
+      if (std::string(m.kind) == "scrollbar" && !hasTextArea) continue;
+      for (const char* field : m.fields) item.erase(field);
+    }
+  }
+}
+
 int checkSame(std::vector<Json> a, std::vector<Json> b) {
   for (std::size_t i = 0; i < a.size() || i < b.size(); ++i) {
     if (i >= a.size() || i >= b.size()) {
@@ -172,6 +196,8 @@ int checkSame(std::vector<Json> a, std::vector<Json> b) {
     }
     a[i].erase("tick");
     b[i].erase("tick");
+    eraseMeasured(a[i]);
+    eraseMeasured(b[i]);
     if (a[i] != b[i]) {
       std::fprintf(stderr, "event %zu differs\n  %s\n  %s\n", i + 1, a[i].dump().c_str(),
                    b[i].dump().c_str());

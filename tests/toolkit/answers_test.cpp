@@ -22,6 +22,10 @@ TEST(Answers, EveryFormParses) {
   EXPECT_EQ(parseAnswer("type \"say \\\"hi\\\" \\\\ ¶\"").text, u"say \"hi\" \\ ¶");
   EXPECT_EQ(parseAnswer("paste \"\"").text, u"");
   EXPECT_EQ(parseAnswer("  click   1  ").item, 1);
+  EXPECT_EQ(parseAnswer("click 5 pageup").part, toolkit::ScrollPart::PageUp);
+  Answer drag = parseAnswer("drag 5 120");
+  EXPECT_EQ(drag.kind, Answer::Kind::Drag);
+  EXPECT_EQ(drag.value, 120);
 }
 
 TEST(Answers, KeysGiveTheFilterCharacters) {
@@ -42,6 +46,13 @@ TEST(Answers, KeysGiveTheFilterCharacters) {
       {"key Down", 31, 0},
       {"key Left", 28, 0},
       {"key Right", 29, 0},
+      {"key Home", 1, 0},
+      {"key End", 4, 0},
+      {"key PageUp", 11, 0},
+      {"key PageDown", 12, 0},
+      {"key Delete", 127, 0},
+      {"key shift-End", 4, toolkit::kModShift},
+      {"key option-cmd-Left", 28, toolkit::kModOption | toolkit::kModCommand},
       {"key b", u'b', 0},
       {"key B", u'B', 0},
       {"key é", u'é', 0},
@@ -59,7 +70,7 @@ TEST(Answers, KeysGiveTheFilterCharacters) {
 TEST(Answers, BadAnswersAreRefusedByName) {
   for (const char* bad : {"clack 1", "click", "click x", "click 0", "click 1 2", "key", "key Hyper",
                           "key cmd-", "type hello", "type \"unclosed", "choose 6", "row 0",
-                          "resize 10", "wait -1", "\"click\" 1"}) {
+                          "resize 10", "wait -1", "\"click\" 1", "drag 5", "click 5 sideways"}) {
     try {
       parseAnswer(bad);
       ADD_FAILURE() << "accepted: " << bad;

@@ -114,26 +114,99 @@ TEST_P(BackendTest, ItemsHideMoveAndKeepTheirState) {
   EXPECT_EQ(d->selectedRow(9), -1);
 }
 
-TEST_P(BackendTest, TextAreaScrollsWithinItsText) {
-  configure({});
+// The view follows the caret with each backend's own font: typing where the caret was brought
+// into view scrolls nothing; Home and End take the caret, and the view, to either end.
+TEST_P(BackendTest, TextAreaKeepsTheCaretInViewWithItsOwnMetrics) {
+  configure({"focus 10", "key x", "key Home", "key End", "click 1"});
   auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
   ASSERT_TRUE(d);
   d->show();
   std::u16string text;
-  for (int i = 0; i < 40; ++i) text += u"line\r";
+  int line101 = 0;
+  for (int i = 1; i <= 200; ++i) {
+    if (i == 101) line101 = static_cast<int>(text.size());
+    text += u"line " + std::u16string(1, static_cast<char16_t>(u'0' + i % 10)) + u"\r";
+  }
   d->setItemText(10, text);
   const int content = d->textContentHeight(10);
   const int view = d->textViewHeight(10);
-  EXPECT_GT(content, view);
+  EXPECT_GT(content, 150 * d->textLineHeight(10));
   d->scrollTextTo(10, 100000);
   EXPECT_EQ(d->textScroll(10), content - view);
-  d->scrollTextTo(10, -5);
-  EXPECT_EQ(d->textScroll(10), 0);
-  d->setSelection(10, static_cast<int>(text.size()), static_cast<int>(text.size()));
+  d->setSelection(10, line101, line101);
   d->scrollSelectionIntoView(10);
-  EXPECT_GT(d->textScroll(10), 0);
-  d->setPageSize(11, 20);
-  d->setItemMaximum(11, 100);
+  const int middle = d->textScroll(10);
+  EXPECT_GT(middle, 0);
+  EXPECT_LT(middle, content - view);
+
+  std::vector<std::pair<Event, toolkit::Outcome>> steps;
+  for (;;) {
+    const Event e = d->nextEvent();
+    if (e.type == Event::Type::KeyUp) continue;
+    steps.emplace_back(e, d->handleDefault(e));
+    if (steps.back().second.itemHit == 1) break;
+  }
+  ASSERT_EQ(steps.size(), 4u);
+  EXPECT_EQ(steps[0].second.scrolledItem, 0);   // "x" typed where the caret could be seen
+  EXPECT_EQ(steps[1].second.scrolledItem, 10);  // Home
+  EXPECT_EQ(steps[2].second.scrolledItem, 10);  // End
+  // The last line in view (a margin below it may stay out of sight).
+  EXPECT_GE(d->textScroll(10),
+            d->textContentHeight(10) - d->textViewHeight(10) - d->textLineHeight(10));
+  EXPECT_EQ(d->itemText(10).substr(static_cast<std::size_t>(line101), 7), u"xline 1");
+  EXPECT_EQ(d->selection(10),
+            (std::pair{static_cast<int>(text.size()) + 1, static_cast<int>(text.size()) + 1}));
+}
+
+// The caret keys of a field, with Shift and Option, and forward Delete, alike on both backends.
+TEST_P(BackendTest, CaretKeysAndForwardDeleteInAField) {
+  configure({"focus 5", "key Home", "type \"A\"", "key End", "type \"Z\"", "key option-Left",
+             "key shift-End", "key Delete", "key Left", "key Delete", "key Up", "key Delete",
+             "key Down", "key Backspace", "click 1"});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->setItemText(5, u"hello world");
+  d->show();
+  runUntilButton(*d);
+  // "Ahello worldZ", word "worldZ" selected and deleted, the space deleted forward, Up to the
+  // start and "A" deleted forward, Down to the end and "o" deleted backward.
+  EXPECT_EQ(d->itemText(5), u"hell");
+  EXPECT_EQ(d->selection(5), (std::pair{4, 4}));
+}
+
+// Mouse-downs reach the dialog wherever they land; scroll bars report their parts and the
+// thumb's value; "focus" only moves the focus; a key's release follows it.
+TEST_P(BackendTest, ClicksAnywhereScrollBarPartsAndKeyRelease) {
+  configure({"click 11 down", "click 11 pagedown", "click 11 up", "drag 11 7", "click 3", "click 8",
+             "click 12", "click 2", "focus 1", "key Space"});
+  auto d = toolkit::DialogWindow::create(tktest::everyKindTemplate());
+  ASSERT_TRUE(d);
+  d->setItemMaximum(11, 10);
+  d->setPageSize(11, 4);
+  d->setItemVisible(2, false);
+  d->show();
+  std::vector<Event> events;
+  std::vector<int> values;
+  int hit = 0;
+  while (hit != 1) {
+    events.push_back(d->nextEvent());
+    hit = d->handleDefault(events.back()).itemHit;
+    values.push_back(d->itemValue(11));
+  }
+  using P = toolkit::ScrollPart;
+  ASSERT_EQ(events.size(), 9u);
+  EXPECT_EQ((std::vector<P>{events[0].part, events[1].part, events[2].part, events[3].part}),
+            (std::vector<P>{P::LineDown, P::PageDown, P::LineUp, P::Thumb}));
+  EXPECT_EQ(events[3].value, 7);
+  EXPECT_EQ(values[3], 7);
+  EXPECT_EQ((std::vector<int>{values[0], values[1], values[2]}), (std::vector<int>{1, 5, 4}));
+  EXPECT_EQ((std::vector<int>{events[4].item, events[5].item, events[6].item, events[7].item}),
+            (std::vector<int>{3, 8, 12, 0}));   // text, icon, progress, background
+  EXPECT_EQ(events[8].type, Event::Type::Key);  // Space on the focused button, not a click
+  EXPECT_EQ(d->focus(), 1);
+  const Event release = d->nextEvent();
+  EXPECT_EQ(release.type, Event::Type::KeyUp);
+  EXPECT_EQ(release.character, toolkit::kCharSpace);
 }
 
 TEST_P(BackendTest, ClipboardKeysAndPaste) {
@@ -144,7 +217,9 @@ TEST_P(BackendTest, ClipboardKeysAndPaste) {
   d->show();
   std::vector<toolkit::Outcome> outcomes;
   for (;;) {
-    toolkit::Outcome out = d->handleDefault(d->nextEvent());
+    const Event e = d->nextEvent();
+    if (e.type == Event::Type::KeyUp) continue;
+    toolkit::Outcome out = d->handleDefault(e);
     outcomes.push_back(out);
     if (out.itemHit == 1) break;
   }
@@ -247,6 +322,7 @@ TEST_P(BackendTest, TabMovesAmongButtonsAndSpacePressesTheFocusedOne) {
   int hit = 0;
   while (hit == 0) {
     Event e = d->nextEvent();
+    if (e.type == Event::Type::KeyUp) continue;
     hit = d->handleDefault(e).itemHit;
     focus.push_back(d->focus());
   }

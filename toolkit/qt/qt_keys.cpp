@@ -3,20 +3,27 @@
 namespace toolkit::qt {
 namespace {
 
-constexpr char16_t kCharForwardDelete = 127;
-
 struct SpecialKey {
   int key;
   char16_t character;
 };
 
 constexpr SpecialKey kSpecialKeys[] = {
-    {Qt::Key_Return, kCharReturn},       {Qt::Key_Enter, kCharEnter},
-    {Qt::Key_Escape, kCharEscape},       {Qt::Key_Tab, kCharTab},
-    {Qt::Key_Backspace, kCharBackspace}, {Qt::Key_Left, kCharLeft},
-    {Qt::Key_Right, kCharRight},         {Qt::Key_Up, kCharUp},
-    {Qt::Key_Down, kCharDown},           {Qt::Key_Delete, kCharForwardDelete},
+    {Qt::Key_Return, kCharReturn},
+    {Qt::Key_Enter, kCharEnter},
+    {Qt::Key_Escape, kCharEscape},
+    {Qt::Key_Tab, kCharTab},
+    {Qt::Key_Backspace, kCharBackspace},
+    {Qt::Key_Left, kCharLeft},
+    {Qt::Key_Right, kCharRight},
+    {Qt::Key_Up, kCharUp},
+    {Qt::Key_Down, kCharDown},
+    {Qt::Key_Delete, kCharDelete},
     {Qt::Key_Space, kCharSpace},
+    {Qt::Key_Home, kCharHome},
+    {Qt::Key_End, kCharEnd},
+    {Qt::Key_PageUp, kCharPageUp},
+    {Qt::Key_PageDown, kCharPageDown},
 };
 
 // The command key of the host's platform is Control here; Option is Alt, Control is Meta.
@@ -82,7 +89,7 @@ QKeyEvent keyEventFor(QEvent::Type type, char16_t character, unsigned modifiers)
     QString text;
     if (character == kCharReturn || character == kCharEnter) text = QStringLiteral("\r");
     if (character == kCharTab || character == kCharBackspace || character == kCharEscape ||
-        character == kCharSpace || character == kCharForwardDelete) {
+        character == kCharSpace || character == kCharDelete) {
       text = QString(QChar(character));
     }
     if (key == Qt::Key_Backtab) text.clear();

@@ -70,49 +70,59 @@ int number(const std::string& line, const Word& w, int minimum) {
   return value;
 }
 
+// A key name: a single character or a named key, after any modifier prefixes ("shift-",
+// "option-", "cmd-"; "Shift-Tab" is Tab with Shift). The command key with a letter gives the lower
+// case letter, as the filters compare it.
 void parseKey(const std::string& line, const std::string& name, Answer& a) {
   struct Named {
     const char* name;
     char16_t character;
-    unsigned modifiers;
   };
   static const Named kNamed[] = {
-      {"return", kCharReturn, 0},
-      {"enter", kCharEnter, 0},
-      {"escape", kCharEscape, 0},
-      {"tab", kCharTab, 0},
-      {"shift-tab", kCharTab, kModShift},
-      {"space", kCharSpace, 0},
-      {"backspace", kCharBackspace, 0},
-      {"up", kCharUp, 0},
-      {"down", kCharDown, 0},
-      {"left", kCharLeft, 0},
-      {"right", kCharRight, 0},
+      {"return", kCharReturn}, {"enter", kCharEnter},       {"escape", kCharEscape},
+      {"tab", kCharTab},       {"space", kCharSpace},       {"backspace", kCharBackspace},
+      {"up", kCharUp},         {"down", kCharDown},         {"left", kCharLeft},
+      {"right", kCharRight},   {"home", kCharHome},         {"end", kCharEnd},
+      {"pageup", kCharPageUp}, {"pagedown", kCharPageDown}, {"delete", kCharDelete},
   };
-  std::u16string chars = fromUtf8(name);
+  static const std::pair<const char*, unsigned> kPrefixes[] = {
+      {"shift-", kModShift}, {"option-", kModOption}, {"cmd-", kModCommand}};
+  std::string rest = name;
+  for (bool found = true; found;) {
+    found = false;
+    for (const auto& [prefix, modifier] : kPrefixes) {
+      const std::size_t length = std::string_view(prefix).size();
+      if (rest.size() > length && lower(rest.substr(0, length)) == prefix) {
+        a.modifiers |= modifier;
+        rest = rest.substr(length);
+        found = true;
+      }
+    }
+  }
+  std::u16string chars = fromUtf8(rest);
   if (chars.size() == 1) {
-    a.character = chars[0];
+    char16_t c = chars[0];
+    if ((a.modifiers & kModCommand) && c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c + 32);
+    a.character = c;
     return;
   }
-  std::string low = lower(name);
+  const std::string low = lower(rest);
   for (const Named& n : kNamed) {
     if (low == n.name) {
       a.character = n.character;
-      a.modifiers = n.modifiers;
-      return;
-    }
-  }
-  if (low.rfind("cmd-", 0) == 0) {
-    std::u16string rest = fromUtf8(name.substr(4));
-    if (rest.size() == 1) {
-      char16_t c = rest[0];
-      if (c >= u'A' && c <= u'Z') c = static_cast<char16_t>(c - u'A' + u'a');
-      a.character = c;
-      a.modifiers = kModCommand;
       return;
     }
   }
   bad(line, "unknown key name");
+}
+
+ScrollPart scrollPart(const std::string& line, const Word& w) {
+  const std::string part = lower(w.text);
+  if (part == "up") return ScrollPart::LineUp;
+  if (part == "down") return ScrollPart::LineDown;
+  if (part == "pageup") return ScrollPart::PageUp;
+  if (part == "pagedown") return ScrollPart::PageDown;
+  bad(line, "a scroll bar part (up, down, pageup, pagedown) is expected");
 }
 
 }  // namespace
@@ -133,9 +143,15 @@ Answer parseAnswer(const std::string& line) {
     a.text = fromUtf8(w[1].text);
   };
   if (verb == "click") {
-    expect(2);
+    if (w.size() != 2) expect(3);
     a.kind = Answer::Kind::Click;
     a.item = number(line, w[1], 1);
+    if (w.size() == 3) a.part = scrollPart(line, w[2]);
+  } else if (verb == "drag") {
+    expect(3);
+    a.kind = Answer::Kind::Drag;
+    a.item = number(line, w[1], 1);
+    a.value = number(line, w[2], 0);
   } else if (verb == "key") {
     expect(2);
     if (w[1].quoted) bad(line, "a key name is expected");
@@ -175,31 +191,62 @@ Answer parseAnswer(const std::string& line) {
   return a;
 }
 
-Event eventForAnswer(const WindowState& window, const Answer& answer) {
+std::vector<Event> eventsForAnswer(const WindowState& window, const Answer& answer) {
   Event e;
   switch (answer.kind) {
-    case Answer::Kind::Key:
+    case Answer::Kind::Key: {
       e.type = Event::Type::Key;
       e.character = answer.character;
       e.modifiers = answer.modifiers;
-      break;
+      Event up = e;
+      up.type = Event::Type::KeyUp;
+      return {e, up};
+    }
     case Answer::Kind::Click:
-    case Answer::Kind::Focus: {
+    case Answer::Kind::Drag: {
       e.type = Event::Type::Click;
-      e.item = answer.item;
       const ItemState* item = window.item(answer.item);
-      if (item && item->kind == ItemKind::Popup) e.menuItem = item->value;
-      if (item && item->kind == ItemKind::ScrollBar) e.part = ScrollPart::PageDown;
-      if (item && item->kind == ItemKind::List) e.row = item->selectedRow;
-      break;
+      if (item && !item->visible) {
+        // A person clicks where the item would be, on what lies there.
+        const Rect& r = item->rect;
+        e.item = itemAt(window, (r.left + r.right) / 2, (r.top + r.bottom) / 2);
+        return {e};
+      }
+      e.item = answer.item;
+      if (!item) return {};  // no such item to click
+      // A part or a drag only on a scroll bar: elsewhere a person's mouse finds nothing to do.
+      const bool barAnswer = answer.kind == Answer::Kind::Drag || answer.part != ScrollPart::None;
+      if (barAnswer && item->kind != ItemKind::ScrollBar) return {};
+      switch (item->kind) {
+        case ItemKind::Popup:
+          e.menuItem = item->value;
+          break;
+        case ItemKind::List:
+          e.row = item->selectedRow;
+          break;
+        case ItemKind::Edit:
+        case ItemKind::TextArea:
+          e.caret = static_cast<int>(item->text.size());
+          break;
+        case ItemKind::ScrollBar:
+          e.part = answer.kind == Answer::Kind::Drag ? ScrollPart::Thumb
+                   : answer.part == ScrollPart::None ? ScrollPart::PageDown
+                                                     : answer.part;
+          e.value = answer.value;
+          break;
+        default:
+          break;
+      }
+      return {e};
     }
     case Answer::Kind::Choose:
+      if (!window.item(answer.item)) return {};
       e.type = Event::Type::Click;
       e.item = answer.item;
       e.menuItem = answer.menuItem;
-      break;
+      return {e};
     case Answer::Kind::Row:
-    case Answer::Kind::DoubleClickRow:
+    case Answer::Kind::DoubleClickRow: {
       e.type = Event::Type::Click;
       for (const ItemState& item : window.items) {
         if (item.kind == ItemKind::List) {
@@ -208,19 +255,24 @@ Event eventForAnswer(const WindowState& window, const Answer& answer) {
         }
       }
       e.row = answer.row - 1;
-      e.doubleClick = answer.kind == Answer::Kind::DoubleClickRow;
-      break;
+      if (answer.kind == Answer::Kind::Row) return {e};
+      // A double click: the first click, then the second one that says so.
+      Event second = e;
+      second.doubleClick = true;
+      return {e, second};
+    }
     case Answer::Kind::Resize:
       e.type = Event::Type::Resize;
       e.width = answer.width;
       e.height = answer.height;
-      break;
+      return {e};
     case Answer::Kind::Type:
     case Answer::Kind::Paste:
+    case Answer::Kind::Focus:
     case Answer::Kind::Wait:
       break;  // the core's; never reaches here
   }
-  return e;
+  return {};
 }
 
 }  // namespace toolkit::detail

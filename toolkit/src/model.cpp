@@ -50,18 +50,72 @@ const ItemState* WindowState::item(int n) const {
   return nullptr;
 }
 
-int wrappedLineCount(const std::u16string& text, int widthPixels) {
-  const std::size_t perLine = static_cast<std::size_t>(std::max(1, widthPixels / kCharWidth));
-  int lines = 0;
-  std::size_t start = 0;
+namespace {
+
+// The headless layout: lines break at carriage returns and newlines, and every kCharWidth pixels'
+// worth of characters. Each span is [start, end) of one visual line.
+std::vector<std::pair<int, int>> lineSpans(const std::u16string& text, int widthPixels) {
+  const int perLine = std::max(1, widthPixels / kCharWidth);
+  std::vector<std::pair<int, int>> spans;
+  int start = 0;
+  const int size = static_cast<int>(text.size());
   for (;;) {
-    std::size_t end = text.find_first_of(u"\r\n", start);
-    std::size_t length = (end == std::u16string::npos ? text.size() : end) - start;
-    lines += static_cast<int>(std::max<std::size_t>(1, (length + perLine - 1) / perLine));
-    if (end == std::u16string::npos) break;
+    const std::size_t found = text.find_first_of(u"\r\n", static_cast<std::size_t>(start));
+    const int end = found == std::u16string::npos ? size : static_cast<int>(found);
+    int from = start;
+    do {
+      spans.emplace_back(from, std::min(end, from + perLine));
+      from += perLine;
+    } while (from < end);
+    if (found == std::u16string::npos) break;
     start = end + 1;
   }
-  return lines;
+  return spans;
+}
+
+int textWidth(const ItemState& item) {
+  return item.rect.width() - 2 * kTextInset;
+}
+
+// The visual line the caret is on; a caret where a long line wraps stays at the end of the line.
+int caretLine(const std::vector<std::pair<int, int>>& spans, int caret) {
+  for (std::size_t i = 0; i < spans.size(); ++i)
+    if (caret <= spans[i].second) return static_cast<int>(i);
+  return static_cast<int>(spans.size()) - 1;
+}
+
+}  // namespace
+
+int wrappedLineCount(const std::u16string& text, int widthPixels) {
+  return static_cast<int>(lineSpans(text, widthPixels).size());
+}
+
+TextGeometry headlessTextGeometry(const ItemState& item) {
+  const auto spans = lineSpans(item.text, textWidth(item));
+  const int line = caretLine(spans, std::clamp(item.selEnd, 0, static_cast<int>(item.text.size())));
+  return {.content = static_cast<int>(spans.size()) * kLineHeight,
+          .view = std::max(0, item.rect.height() - 2 * kTextInset),
+          .line = kLineHeight,
+          .caretTop = line * kLineHeight,
+          .caretBottom = (line + 1) * kLineHeight};
+}
+
+int headlessCaretMove(const ItemState& item, int caret, int lines) {
+  const auto spans = lineSpans(item.text, textWidth(item));
+  const int line = caretLine(spans, caret);
+  const int target = line + lines;
+  if (target < 0) return 0;
+  if (target >= static_cast<int>(spans.size())) return static_cast<int>(item.text.size());
+  const auto [start, end] = spans[static_cast<std::size_t>(target)];
+  return std::min(start + (caret - spans[static_cast<std::size_t>(line)].first), end);
+}
+
+int itemAt(const WindowState& window, int x, int y) {
+  for (auto i = window.items.rbegin(); i != window.items.rend(); ++i) {
+    const Rect& r = i->rect;
+    if (i->visible && x >= r.left && x < r.right && y >= r.top && y < r.bottom) return i->n;
+  }
+  return 0;
 }
 
 namespace {
@@ -118,18 +172,106 @@ void moveFocus(WindowState& window, bool backwards) {
   }
   window.focus = next;
   ItemState* item = window.item(next);
+  ++item->changes;
   if (!isTextItem(*item)) return;
   item->selStart = 0;  // tabbing into a field selects its text
   item->selEnd = static_cast<int>(item->text.size());
 }
 
-Outcome keyInText(WindowState& window, ItemState& item, const Event& e, Backend& backend) {
+bool isWordChar(char16_t c) {
+  return c != u' ' && c != u'\r' && c != u'\n' && c != u'\t';
+}
+
+// Where a caret key takes the caret from `from` (moving back) or `to` (moving on).
+int caretTarget(const ItemState& item, const Event& e, int from, int to) {
+  const int size = static_cast<int>(item.text.size());
+  const bool area = item.kind == ItemKind::TextArea;
+  const bool command = (e.modifiers & kModCommand) != 0;
+  const bool option = (e.modifiers & kModOption) != 0;
+  auto lineStart = [&](int at) {
+    while (at > 0 && item.text[static_cast<std::size_t>(at - 1)] != u'\r') --at;
+    return at;
+  };
+  auto lineEnd = [&](int at) {
+    while (at < size && item.text[static_cast<std::size_t>(at)] != u'\r') ++at;
+    return at;
+  };
+  const int page = std::max(1, headlessTextGeometry(item).view / kLineHeight);
+  switch (e.character) {
+    case kCharHome:
+      return 0;
+    case kCharEnd:
+      return size;
+    case kCharLeft:
+      if (command) return area ? lineStart(from) : 0;
+      if (option) {
+        while (from > 0 && !isWordChar(item.text[static_cast<std::size_t>(from - 1)])) --from;
+        while (from > 0 && isWordChar(item.text[static_cast<std::size_t>(from - 1)])) --from;
+        return from;
+      }
+      return from == to || (e.modifiers & kModShift) ? std::max(0, from - 1) : from;
+    case kCharRight:
+      if (command) return area ? lineEnd(to) : size;
+      if (option) {
+        while (to < size && !isWordChar(item.text[static_cast<std::size_t>(to)])) ++to;
+        while (to < size && isWordChar(item.text[static_cast<std::size_t>(to)])) ++to;
+        return to;
+      }
+      return from == to || (e.modifiers & kModShift) ? std::min(size, to + 1) : to;
+    case kCharUp:
+    case kCharPageUp:
+      if (!area || command) return 0;
+      return headlessCaretMove(item, from, e.character == kCharUp ? -1 : -page);
+    case kCharDown:
+    case kCharPageDown:
+      if (!area || command) return size;
+      return headlessCaretMove(item, to, e.character == kCharDown ? 1 : page);
+    default:
+      return to;
+  }
+}
+
+bool movesBack(char16_t c) {
+  return c == kCharLeft || c == kCharUp || c == kCharHome || c == kCharPageUp;
+}
+
+}  // namespace
+
+bool isCaretKey(const Event& e) {
+  if (e.type != Event::Type::Key) return false;
+  switch (e.character) {
+    case kCharHome:
+    case kCharEnd:
+    case kCharLeft:
+    case kCharRight:
+    case kCharUp:
+    case kCharDown:
+    case kCharPageUp:
+    case kCharPageDown:
+      return true;
+    default:
+      return false;
+  }
+}
+
+Outcome keyInField(WindowState& window, ItemState& item, const Event& e, Backend& backend) {
   Outcome out;
   out.itemHit = item.n;
   const std::u16string before = item.text;
   clampSelection(item);
   const char16_t c = e.character;
-  if (e.modifiers & kModCommand) {
+  if (isCaretKey(e)) {
+    // Shift keeps the far end of the selection and moves the near one.
+    const bool back = movesBack(c);
+    const int anchor = back ? item.selEnd : item.selStart;
+    const int caret = caretTarget(item, e, item.selStart, item.selEnd);
+    if (e.modifiers & kModShift) {
+      item.selStart = std::min(anchor, caret);
+      item.selEnd = std::max(anchor, caret);
+    } else {
+      item.selStart = item.selEnd = caret;
+    }
+  } else if (e.modifiers & kModCommand) {
     const std::u16string selected =
         item.text.substr(static_cast<std::size_t>(item.selStart),
                          static_cast<std::size_t>(item.selEnd - item.selStart));
@@ -159,27 +301,30 @@ Outcome keyInText(WindowState& window, ItemState& item, const Event& e, Backend&
   } else if (c == kCharBackspace) {
     if (item.selStart == item.selEnd && item.selStart > 0) --item.selStart;
     replaceSelection(item, u"");
-  } else if (c == kCharLeft || c == kCharRight) {
-    int caret = c == kCharLeft ? (item.selStart == item.selEnd ? item.selStart - 1 : item.selStart)
-                               : (item.selStart == item.selEnd ? item.selEnd + 1 : item.selEnd);
-    caret = std::clamp(caret, 0, static_cast<int>(item.text.size()));
-    item.selStart = item.selEnd = caret;
+  } else if (c == kCharDelete) {
+    if (item.selStart == item.selEnd && item.selEnd < static_cast<int>(item.text.size()))
+      ++item.selEnd;
+    replaceSelection(item, u"");
   } else if (c == kCharTab) {
     moveFocus(window, (e.modifiers & kModShift) != 0);
     out.itemHit = 0;
   } else if ((c == kCharReturn || c == kCharEnter) && item.kind == ItemKind::TextArea) {
     replaceSelection(item, u"\r");
-  } else if (c >= 32 && c != 127) {
+  } else if (c >= 32) {
     replaceSelection(item, std::u16string(1, c));
   }
+  ++item.changes;
   out.textChanged = item.text != before;
   if (out.textChanged) out.changedItem = item.n;
   return out;
 }
 
+namespace {
+
 Outcome click(WindowState& window, ItemState& item, const Event& e) {
   Outcome out;
   if (!item.visible || !item.enabled) return out;
+  ++item.changes;
   out.itemHit = item.n;
   switch (item.kind) {
     case ItemKind::Checkbox:
@@ -191,23 +336,34 @@ Outcome click(WindowState& window, ItemState& item, const Event& e) {
         item.value = e.menuItem;
       break;
     case ItemKind::Edit:
-    case ItemKind::TextArea:
+    case ItemKind::TextArea: {
+      // The caret goes where the click put it; a double click has already selected a word.
       window.focus = item.n;
-      item.selStart = item.selEnd = static_cast<int>(item.text.size());
+      if (e.doubleClick) break;
+      const int size = static_cast<int>(item.text.size());
+      item.selStart = item.selEnd = e.caret >= 0 ? std::min(e.caret, size) : size;
       break;
+    }
     case ItemKind::List:
       item.selectedRow = e.row >= 0 && e.row < static_cast<int>(item.rows.size()) ? e.row : -1;
       break;
     case ItemKind::ScrollBar: {
-      int step = e.part == ScrollPart::LineUp     ? -1
-                 : e.part == ScrollPart::LineDown ? 1
-                 : e.part == ScrollPart::PageUp   ? -std::max(1, item.page)
-                 : e.part == ScrollPart::PageDown ? std::max(1, item.page)
-                                                  : 0;
-      item.value = std::clamp(item.value + step, 0, std::max(0, item.max));
+      const int page = std::max(1, item.page);
+      const int step = e.part == ScrollPart::LineUp     ? -1
+                       : e.part == ScrollPart::LineDown ? 1
+                       : e.part == ScrollPart::PageUp   ? -page
+                       : e.part == ScrollPart::PageDown ? page
+                                                        : 0;
+      const int target = e.part == ScrollPart::Thumb ? e.value : item.value + step;
+      item.value = std::clamp(target, 0, std::max(0, item.max));
       break;
     }
-    default:
+    case ItemKind::Text:
+    case ItemKind::Icon:
+    case ItemKind::Progress:
+      out.itemHit = 0;  // a mouse-down on a static item is the dialog's to notice, not a hit
+      break;
+    case ItemKind::Button:
       break;
   }
   return out;
@@ -219,7 +375,7 @@ Outcome applyDefaultToModel(WindowState& window, const Event& e, Backend& backen
   switch (e.type) {
     case Event::Type::Key: {
       ItemState* focused = window.item(window.focus);
-      if (focused && takesFocus(*focused)) return keyInText(window, *focused, e, backend);
+      if (focused && takesFocus(*focused)) return keyInField(window, *focused, e, backend);
       if (e.modifiers & kModCommand) return {};
       if (e.character == kCharTab) moveFocus(window, (e.modifiers & kModShift) != 0);
       // Space presses the button that has the focus.
@@ -242,6 +398,8 @@ Outcome applyDefaultToModel(WindowState& window, const Event& e, Backend& backen
       window.frame.bottom = window.frame.top + height;
       return {};
     }
+    case Event::Type::KeyUp:
+    case Event::Type::Scroll:
     case Event::Type::Null:
       return {};
   }

@@ -62,6 +62,13 @@ Json itemJson(const WindowState& window, const ItemState& item) {
     case ItemKind::Progress:
       j["indeterminate"] = item.indeterminate;
       break;
+    case ItemKind::Edit:
+      j["selection"] = {item.selStart, item.selEnd};
+      break;
+    case ItemKind::TextArea:
+      j["selection"] = {item.selStart, item.selEnd};
+      j["scroll"] = item.scroll;
+      break;
     default:
       break;
   }

@@ -1,6 +1,8 @@
 // Dialog windows: the model the plug-in's calls change, mirrored by the backend, traced by the
 // core, and the pulled modal loop that takes events from a person or from the answers.
 #include <algorithm>
+#include <cassert>
+#include <initializer_list>
 
 #include "session_state.h"
 
@@ -109,10 +111,10 @@ class Window final : public DialogWindow {
   int focus() const override { return state_.focus; }
 
   void setMasked(int n, bool masked) override {
-    change(n, [&](ItemState& i) { i.masked = masked; });
+    change(n, {ItemKind::Edit}, [&](ItemState& i) { i.masked = masked; });
   }
   void setSelection(int n, int start, int end) override {
-    change(n, [&](ItemState& i) {
+    change(n, kTextKinds, [&](ItemState& i) {
       const int length = static_cast<int>(i.text.size());
       i.selStart = std::clamp(start, 0, length);
       i.selEnd = std::clamp(end, i.selStart, length);
@@ -123,7 +125,7 @@ class Window final : public DialogWindow {
     return i ? std::pair{i->selStart, i->selEnd} : std::pair{0, 0};
   }
   void replaceSelection(int n, const std::u16string& text) override {
-    change(n, [&](ItemState& i) {
+    change(n, kTextKinds, [&](ItemState& i) {
       const int length = static_cast<int>(i.text.size());
       int start = std::clamp(i.selStart, 0, length);
       int end = std::clamp(i.selEnd, start, length);
@@ -133,69 +135,69 @@ class Window final : public DialogWindow {
   }
 
   void setMenu(int n, const std::vector<std::u16string>& entries) override {
-    change(n, [&](ItemState& i) { i.menu = entries; });
+    change(n, {ItemKind::Popup}, [&](ItemState& i) { i.menu = entries; });
   }
   std::vector<std::u16string> menu(int n) const override { return read(n, &ItemState::menu, {}); }
 
   void setRows(int n, const std::vector<std::u16string>& rows) override {
-    change(n, [&](ItemState& i) {
+    change(n, {ItemKind::List}, [&](ItemState& i) {
       i.rows = rows;
+      ++i.rowsSet;
       if (i.selectedRow >= static_cast<int>(rows.size())) i.selectedRow = -1;
     });
   }
-  std::vector<std::u16string> rows(int n) const override { return read(n, &ItemState::rows, {}); }
+  int rowCount(int n) const override {
+    const ItemState* i = state_.item(n);
+    return i ? static_cast<int>(i->rows.size()) : 0;
+  }
+  std::u16string rowText(int n, int row) const override {
+    const ItemState* i = state_.item(n);
+    if (!i || row < 0 || row >= static_cast<int>(i->rows.size())) return {};
+    return i->rows[static_cast<std::size_t>(row)];
+  }
   void selectRow(int n, int row) override {
-    change(n, [&](ItemState& i) {
+    change(n, {ItemKind::List}, [&](ItemState& i) {
       i.selectedRow = row >= 0 && row < static_cast<int>(i.rows.size()) ? row : -1;
     });
   }
   int selectedRow(int n) const override { return read(n, &ItemState::selectedRow, -1); }
 
-  int textContentHeight(int n) const override {
-    if (!state_.item(n)) return 0;
-    const_cast<Window*>(this)->flush();
-    return native_->textContentHeight(state_, n);
-  }
-  int textViewHeight(int n) const override {
-    const ItemState* i = state_.item(n);
-    return i ? std::max(0, i->rect.height() - 8) : 0;
-  }
+  int textContentHeight(int n) const override { return geometry(n).content; }
+  int textViewHeight(int n) const override { return geometry(n).view; }
+  int textLineHeight(int n) const override { return geometry(n).line; }
   int textScroll(int n) const override { return read(n, &ItemState::scroll, 0); }
   void scrollTextTo(int n, int pixels) override {
-    const int most = std::max(0, textContentHeight(n) - textViewHeight(n));
-    change(n, [&](ItemState& i) { i.scroll = std::clamp(pixels, 0, most); });
+    const TextGeometry g = geometry(n);
+    change(n, {ItemKind::TextArea}, [&](ItemState& i) {
+      i.scroll = std::clamp(pixels, 0, std::max(0, g.content - g.view));
+    });
   }
   void scrollSelectionIntoView(int n) override {
     const ItemState* i = state_.item(n);
     if (!i) return;
-    const int caret = std::clamp(i->selEnd, 0, static_cast<int>(i->text.size()));
-    const int line =
-        wrappedLineCount(i->text.substr(0, static_cast<std::size_t>(caret)), i->rect.width() - 8) -
-        1;
-    const int top = line * kLineHeight;
-    const int view = textViewHeight(n);
+    const TextGeometry g = geometry(n);
     int scroll = i->scroll;
-    if (top < scroll) scroll = top;
-    if (top + kLineHeight > scroll + view) scroll = top + kLineHeight - view;
+    if (g.caretTop < scroll) scroll = g.caretTop;
+    if (g.caretBottom > scroll + g.view) scroll = g.caretBottom - g.view;
     scrollTextTo(n, scroll);
   }
 
   void setPageSize(int n, int page) override {
-    change(n, [&](ItemState& i) { i.page = page; });
+    change(n, {ItemKind::ScrollBar}, [&](ItemState& i) { i.page = page; });
   }
 
   void setIndeterminate(int n, bool indeterminate) override {
-    change(n, [&](ItemState& i) { i.indeterminate = indeterminate; });
+    change(n, {ItemKind::Progress}, [&](ItemState& i) { i.indeterminate = indeterminate; });
   }
   bool indeterminate(int n) const override { return read(n, &ItemState::indeterminate, false); }
   void animateStep(int n) override {
-    change(n, [&](ItemState& i) {
+    change(n, {ItemKind::Progress}, [&](ItemState& i) {
       if (i.indeterminate) ++i.animation;
     });
   }
 
   void setIcon(int n, IconKind icon, const Image* custom) override {
-    change(n, [&](ItemState& i) {
+    change(n, {ItemKind::Icon}, [&](ItemState& i) {
       i.icon = icon;
       i.image = custom ? std::make_shared<const Image>(*custom) : nullptr;
     });
@@ -210,14 +212,46 @@ class Window final : public DialogWindow {
       if (s.ready) s.ready();
     }
     if (s.stopped) throw NoAnswerLeft(s.stopMessage);
+    Event event = waitForEvent(deadline);
+    // What a person did in the widgets belongs to them: the model hears of it before the dialog.
+    native_->readBack(state_);
+    return event;
+  }
+
+  Outcome handleDefault(const Event& event) override {
+    const std::vector<int> before = textScrolls();
+    Outcome out = native_->applyDefault(state_, event);
+    touch();
+    // A text view keeps the caret in sight as keys move it (Qt's widget has done so already).
+    const ItemState* focused = state_.item(state_.focus);
+    if (event.type == Event::Type::Key && focused && focused->kind == ItemKind::TextArea)
+      scrollSelectionIntoView(focused->n);
+    const std::vector<int> after = textScrolls();
+    for (std::size_t k = 0; k < after.size(); ++k)
+      if (after[k] != before[k]) out.scrolledItem = textAreas_[k];
+    return out;
+  }
+
+ private:
+  static constexpr std::initializer_list<ItemKind> kTextKinds = {ItemKind::Edit,
+                                                                 ItemKind::TextArea};
+
+  Event waitForEvent(Tick deadline) {
+    Session& s = session();
     Backend& b = backend();
     auto passed = [&] { return deadline != kNoDeadline && b.ticks() >= deadline; };
     for (;;) {
       if (passed()) return {};
+      if (!pending_.empty()) {
+        Event e = pending_.front();
+        pending_.pop_front();
+        return e;
+      }
       if (!s.expanded.empty()) {
         Answer a = s.expanded.front();
         s.expanded.pop_front();
-        return native_->inject(state_, a);
+        inject(a);
+        continue;
       }
       if (s.waitLeft > 0) {
         const Tick target = b.ticks() + s.waitLeft;
@@ -254,8 +288,12 @@ class Window final : public DialogWindow {
             s.expanded.push_back(key);
             continue;
           }
+          case Answer::Kind::Focus:
+            focusAnswer(a);
+            continue;
           default:
-            return native_->inject(state_, a);
+            inject(a);
+            continue;
         }
       }
       if (scripted()) {
@@ -270,13 +308,50 @@ class Window final : public DialogWindow {
     }
   }
 
-  Outcome handleDefault(const Event& event) override {
-    Outcome out = native_->applyDefault(state_, event);
-    touch();
-    return out;
+  // Injection is strict: an answer that produced no event stops the run, naming it.
+  void inject(const Answer& a) {
+    std::vector<Event> events = native_->inject(state_, a);
+    if (events.empty()) {
+      throw stopRun("the answer \"" + a.source + "\" reached nothing in dialog " +
+                    std::to_string(state_.id));
+    }
+    pending_.insert(pending_.end(), events.begin(), events.end());
   }
 
- private:
+  // "focus N" only moves the focus, as a person's Tab would; it is no click and no event.
+  void focusAnswer(const Answer& a) {
+    const ItemState* item = state_.item(a.item);
+    const bool takes = item && item->visible && item->enabled &&
+                       (item->kind == ItemKind::Edit || item->kind == ItemKind::TextArea ||
+                        item->kind == ItemKind::Button);
+    if (!takes) {
+      throw stopRun("the answer \"" + a.source +
+                    "\" names no item that takes the focus in dialog " + std::to_string(state_.id));
+    }
+    state_.focus = a.item;
+    touch();
+    flush();
+  }
+
+  std::vector<int> textScrolls() {
+    if (textAreas_.empty() && !textAreasKnown_) {
+      textAreasKnown_ = true;
+      for (const ItemState& i : state_.items)
+        if (i.kind == ItemKind::TextArea) textAreas_.push_back(i.n);
+    }
+    std::vector<int> scrolls;
+    for (int n : textAreas_) scrolls.push_back(state_.item(n)->scroll);
+    return scrolls;
+  }
+
+  TextGeometry geometry(int n) const {
+    const ItemState* i = state_.item(n);
+    if (!i) return {};
+    assert(i->kind == ItemKind::Edit || i->kind == ItemKind::TextArea);
+    const_cast<Window*>(this)->flush();
+    return native_->textGeometry(state_, n);
+  }
+
   void touch() {
     ++state_.generation;
     dirty_ = true;
@@ -291,8 +366,19 @@ class Window final : public DialogWindow {
   void change(int n, F&& f) {
     if (ItemState* i = state_.item(n)) {
       f(*i);
+      ++i->changes;
       touch();
     }
+  }
+  // An operation meant for some kinds of item only; any other kind is the caller's mistake.
+  template <class F>
+  void change(int n, std::initializer_list<ItemKind> kinds, F&& f) {
+    if (const ItemState* i = state_.item(n)) {
+      assert(std::find(kinds.begin(), kinds.end(), i->kind) != kinds.end());
+      (void)i;
+      (void)kinds;
+    }
+    change(n, std::forward<F>(f));
   }
   template <class T>
   T read(int n, T ItemState::*field, T fallback) const {
@@ -304,6 +390,7 @@ class Window final : public DialogWindow {
       if ((i.kind == ItemKind::Edit || i.kind == ItemKind::TextArea) && i.visible && i.enabled) {
         state_.focus = i.n;
         if (i.kind == ItemKind::Edit) i.selStart = 0, i.selEnd = static_cast<int>(i.text.size());
+        ++i.changes;
         return;
       }
     }
@@ -315,6 +402,9 @@ class Window final : public DialogWindow {
   bool readyTold_ = false;  // the ready observer heard of this window
   bool dirty_ = true;
   std::uint64_t traced_ = 0;
+  std::deque<Event> pending_;   // events an answer produced, not yet returned
+  std::vector<int> textAreas_;  // the text areas, whose scrolling the dialog hears of
+  bool textAreasKnown_ = false;
 };
 
 }  // namespace

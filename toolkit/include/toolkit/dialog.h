@@ -99,7 +99,9 @@ std::optional<DialogTemplate> loadTemplate(const std::string& resourcesDir, int 
 
 // Character codes of the special keys, as the dialogs' filters compare them.
 enum : char16_t {
+  kCharHome = 1,
   kCharEnter = 3,
+  kCharEnd = 4,
   kCharBackspace = 8,
   kCharTab = 9,
   kCharReturn = 13,
@@ -108,30 +110,37 @@ enum : char16_t {
   kCharRight = 29,
   kCharUp = 30,
   kCharDown = 31,
+  kCharPageUp = 11,
+  kCharPageDown = 12,
   kCharSpace = 32,
+  kCharDelete = 127,  // forward delete
 };
 
 enum Modifier : unsigned { kModShift = 1, kModCommand = 2, kModOption = 4, kModControl = 8 };
 
-// Part of a scroll bar a click landed on.
+// Part of a scroll bar a click landed on: the arrows (a line), the track (a page), the thumb.
 enum class ScrollPart { None, LineUp, LineDown, PageUp, PageDown, Thumb };
 
 struct Event {
   enum class Type {
-    Null,   // the deadline passed with no input
-    Key,    // character + modifiers (the window's close box arrives as Escape)
-    Click,  // on item `item`; for a pop-up `menuItem` is the chosen entry (from 1); for a list
-            // `row` is the clicked row (from 0) and `doubleClick` tells a double click
-    Resize  // the person asks for a new content size `width` x `height`
+    Null,    // the deadline passed with no input
+    Key,     // a key went down: character + modifiers (the close box arrives as Escape)
+    KeyUp,   // that key was released (character + modifiers as when it went down)
+    Click,   // on item `item`, or on the window's background (item 0): a mouse-down, or for a
+             // button, check box or pop-up its hit (the mouse went up inside it)
+    Scroll,  // text area `item` scrolled by itself (wheel, drag, caret brought into view)
+    Resize   // the person asks for a new content size `width` x `height`
   };
   Type type = Type::Null;
   char16_t character = 0;
-  unsigned modifiers = 0;
+  unsigned modifiers = 0;  // Key, KeyUp, Click (a scroll bar's Option travels here)
   int item = 0;
-  int menuItem = 0;
-  int row = -1;
+  int menuItem = 0;  // pop-up: the chosen entry (from 1)
+  int row = -1;      // list: the clicked row (from 0; -1 below the last row)
   bool doubleClick = false;
-  ScrollPart part = ScrollPart::None;
+  int caret = -1;  // edit field, text area: where the click put the caret (UTF-16 units)
+  ScrollPart part = ScrollPart::None;  // scroll bar
+  int value = 0;                       // scroll bar thumb: the value it was dragged to
   int width = 0;
   int height = 0;
 };
@@ -141,6 +150,7 @@ struct Outcome {
   int itemHit = 0;           // the item the event is reported as (0: none)
   bool textChanged = false;  // the text of `itemHit` (or the focused field) changed
   int changedItem = 0;       // the field whose text changed
+  int scrolledItem = 0;      // a text area that scrolled to keep the caret in view
 };
 
 // A dialog waited for a person while answers drive the run and none is left. The host ends the run
@@ -183,7 +193,8 @@ class DialogWindow {
   // For persistent windows: traces the state if it changed since the last trace, redraws.
   virtual void commit() = 0;
 
-  // Items, numbered as the template numbers them. Operations on a missing item do nothing.
+  // Items, numbered as the template numbers them. Operations on a missing item do nothing; an
+  // operation on an item of the wrong kind is a programming error (asserted in debug builds).
   virtual bool hasItem(int n) const = 0;
   virtual ItemKind itemKind(int n) const = 0;
   virtual void setItemVisible(int n, bool visible) = 0;
@@ -214,21 +225,27 @@ class DialogWindow {
   virtual void setMenu(int n, const std::vector<std::u16string>& entries) = 0;
   virtual std::vector<std::u16string> menu(int n) const = 0;
 
-  // Lists: rows from 0, one selected row at most (-1: none).
+  // Lists: rows from 0, one selected row at most (-1: none). Rows are read one at a time, so a
+  // list of any size costs nothing to look at.
   virtual void setRows(int n, const std::vector<std::u16string>& rows) = 0;
-  virtual std::vector<std::u16string> rows(int n) const = 0;
-  virtual void selectRow(int n, int row) = 0;  // also scrolls it into view
+  virtual int rowCount(int n) const = 0;
+  virtual std::u16string rowText(int n, int row) const = 0;  // empty when out of range
+  virtual void selectRow(int n, int row) = 0;                // also scrolls it into view
   virtual int selectedRow(int n) const = 0;
 
-  // Text area geometry in pixels: the wrapped text's height, the visible height, how far it is
-  // scrolled. scrollTextTo keeps the position within 0 .. max(0, content - view).
+  // Text area geometry in pixels, measured by the backend's own font: the wrapped text's height,
+  // the visible height, one line, how far it is scrolled. scrollTextTo keeps the position within
+  // 0 .. max(0, content - view). A person's scrolling arrives as a Scroll event.
   virtual int textContentHeight(int n) const = 0;
   virtual int textViewHeight(int n) const = 0;
+  virtual int textLineHeight(int n) const = 0;
   virtual int textScroll(int n) const = 0;
   virtual void scrollTextTo(int n, int pixels) = 0;
   virtual void scrollSelectionIntoView(int n) = 0;
 
-  // Scroll bars: value and maximum as above, plus the page (thumb) size.
+  // Scroll bars: value and maximum as above, plus the page (thumb) size. The dialog owns the
+  // value: a click on an arrow or the track only reports its part; the default handling moves
+  // the value by 1 or a page, and a thumb drag to the event's value.
   virtual void setPageSize(int n, int page) = 0;
 
   // Progress indicators.
@@ -241,7 +258,10 @@ class DialogWindow {
   virtual IconKind icon(int n) const = 0;
 
   // The pulled modal loop. nextEvent waits for the next event; with a deadline (a tick count) it
-  // returns a Null event once the clock passes it. Throws NoAnswerLeft (see above).
+  // returns a Null event once the clock passes it. Throws NoAnswerLeft (see above), also when an
+  // answer produced no event (it names the answer). Before it returns, what a person changed in
+  // the focused field and every text area's scroll are read back. A window that stays open
+  // between calls drops the keys typed while nobody asks for events.
   virtual Event nextEvent(Tick deadline = kNoDeadline) = 0;
   // The default handling of an event the dialog's filter let through.
   virtual Outcome handleDefault(const Event& event) = 0;

@@ -120,50 +120,58 @@ ColorTable readColorTable(Reader& r) {
   return table;
 }
 
-// Unpacks one PackBits row of `unitSize`-byte units (1, or 2 for 16-bit pixels) into `out`, which
-// must be filled exactly; extra output at the end of a row is dropped, as QuickDraw does.
-void unpackBits(std::span<const std::uint8_t> in, std::span<std::uint8_t> out,
-                std::size_t unitSize) {
+// How a packed row fitted its row buffer.
+enum class Fit {
+  Exact,   // every byte used, the row filled with nothing left over
+  Filled,  // the row filled; output beyond it is dropped, as QuickDraw drops it
+  Short,   // the data ran out first
+};
+
+// Unpacks one PackBits row of `unitSize`-byte units (1, or 2 for 16-bit pixels) into `out`.
+Fit unpackBits(std::span<const std::uint8_t> in, std::span<std::uint8_t> out,
+               std::size_t unitSize) {
   std::size_t i = 0, o = 0;
-  while (i < in.size() && o < out.size()) {
+  bool overflow = false;
+  while (i < in.size()) {
     const std::uint8_t header = in[i++];
-    if (header < 0x80) {
-      const std::size_t length = (std::size_t{header} + 1) * unitSize;
-      if (length > in.size() - i) throw Malformed{};
-      const std::size_t kept = std::min(length, out.size() - o);
-      std::copy_n(in.begin() + static_cast<std::ptrdiff_t>(i), kept,
-                  out.begin() + static_cast<std::ptrdiff_t>(o));
-      i += length;
-      o += kept;
-    } else if (header > 0x80) {
-      const std::size_t units = 257 - std::size_t{header};
-      if (unitSize > in.size() - i) throw Malformed{};
-      if (unitSize == 1) {
-        const std::size_t kept = std::min(units, out.size() - o);
-        std::fill_n(out.begin() + static_cast<std::ptrdiff_t>(o), kept, in[i]);
-        o += kept;
-      } else {
-        for (std::size_t k = 0; k < units * unitSize && o < out.size(); ++k)
-          out[o++] = in[i + k % unitSize];
-      }
-      i += unitSize;
-    }
+    if (header == 0x80) continue;
+    const bool run = header > 0x80;
+    const std::size_t length =
+        (run ? 257 - std::size_t{header} : std::size_t{header} + 1) * unitSize;
+    const std::size_t source = run ? unitSize : length;
+    if (source > in.size() - i) break;
+    const std::size_t kept = std::min(length, out.size() - o);
+    overflow = overflow || kept < length;
+    auto to = out.begin() + static_cast<std::ptrdiff_t>(o);
+    auto from = in.begin() + static_cast<std::ptrdiff_t>(i);
+    if (!run)
+      std::copy_n(from, kept, to);
+    else if (unitSize == 1)
+      std::fill_n(to, kept, *from);
+    else
+      for (std::size_t k = 0; k < kept; ++k)
+        to[static_cast<std::ptrdiff_t>(k)] = from[static_cast<std::ptrdiff_t>(k % unitSize)];
+    i += source;
+    o += kept;
   }
-  if (o < out.size()) throw Malformed{};
+  if (o < out.size()) return Fit::Short;
+  return i == in.size() && !overflow ? Fit::Exact : Fit::Filled;
 }
 
 // Reads the rows of pixel data of `image` (sized, not yet allocated), each into `row` (rowLength
-// bytes), and hands each to `emit`. Packed rows carry a byte count first, one byte when rowBytes is
-// 250 or less, else two. The data must be long enough to hold every row before the image's memory
-// is taken, which bounds what a hostile picture can make us allocate.
+// bytes), and hands each to `emit`. Packed rows carry a byte count first, by the book one byte
+// when rowBytes is 250 or less, else two. Writers disagree (some switch to two bytes past 200
+// pixels, some keep one byte for wider rows), so a count whose row does not fit exactly is read
+// again with the other size, and the size that fits is kept for the rows that follow. The data
+// must be long enough to hold every row before the image's memory is taken, which bounds what a
+// hostile picture can make us allocate.
 template <typename Emit>
 void readRows(Reader& r, Image& image, std::size_t rowBytes, std::size_t rowLength, bool packed,
               std::size_t unitSize, Emit&& emit) {
   const auto rows = static_cast<std::size_t>(image.height);
-  const std::size_t countSize = rowBytes > 250 ? 2 : 1;
   const std::size_t perUnitRun = 128 * unitSize;
   const std::size_t minimumPerRow =
-      packed ? countSize + (rowLength + perUnitRun - 1) / perUnitRun * (1 + unitSize) : rowLength;
+      packed ? 1 + (rowLength + perUnitRun - 1) / perUnitRun * (1 + unitSize) : rowLength;
   r.need(rows * minimumPerRow);
   image.pixels.resize(rows * static_cast<std::size_t>(image.width));
   std::vector<std::uint8_t> row(rowLength);
@@ -175,9 +183,26 @@ void readRows(Reader& r, Image& image, std::size_t rowBytes, std::size_t rowLeng
     }
     return;
   }
+  std::size_t countSize = rowBytes > 250 ? 2 : 1;
+  // One row read with a count of `size` bytes, or nothing when it does not fit exactly.
+  auto exactRow = [&](std::size_t size) -> std::optional<Reader> {
+    Reader attempt = r;
+    if (attempt.remaining() < size) return std::nullopt;
+    const std::size_t count = size == 2 ? attempt.u16() : attempt.u8();
+    if (count > attempt.remaining() || unpackBits(attempt.take(count), row, unitSize) != Fit::Exact)
+      return std::nullopt;
+    return attempt;
+  };
   for (std::size_t y = 0; y < rows; ++y) {
-    const std::size_t count = countSize == 2 ? r.u16() : r.u8();
-    unpackBits(r.take(count), row, unitSize);
+    if (auto fitted = exactRow(countSize)) {
+      r = *fitted;
+    } else if (auto other = exactRow(3 - countSize)) {
+      r = *other;
+      countSize = 3 - countSize;
+    } else {
+      const std::size_t count = countSize == 2 ? r.u16() : r.u8();
+      if (unpackBits(r.take(count), row, unitSize) == Fit::Short) throw Malformed{};
+    }
     emit(y, row);
   }
 }
@@ -481,7 +506,7 @@ class PictDecoder {
     Reader& r = reader_;
     const std::uint16_t rowBytesField = r.u16();
     const bool pixMap = version2_ && (rowBytesField & 0x8000) != 0;
-    const std::size_t rowBytes = rowBytesField & 0x3FFF;
+    const std::size_t rowBytes = rowBytesField & 0x7FFF;
     const Rect bounds = readRect(r);
     PixMapInfo info;
     ColorTable colors = bitmapColors();
@@ -493,20 +518,21 @@ class PictDecoder {
     r.skip(2);  // transfer mode: drawn as a copy
     if (op == 0x0091 || op == 0x0099) skipRegion(r);
     const bool packed = op == 0x0098 || op == 0x0099;
-    canvas_.draw(readIndexedPixels(r, bounds, rowBytes, info.pixelSize, colors, packed), bounds,
-                 from, to);
+    Image pixels = readIndexedPixels(r, bounds, rowBytes, info.pixelSize, colors, packed);
+    if (!underCompressed(to)) canvas_.draw(std::move(pixels), bounds, from, to);
   }
 
   void drawDirectBits(std::uint16_t op) {
     Reader& r = reader_;
     r.skip(4);  // base address
-    const std::size_t rowBytes = r.u16() & 0x3FFF;
+    const std::size_t rowBytes = r.u16() & 0x7FFF;
     const Rect bounds = readRect(r);
     const PixMapInfo info = readPixMapFields(r);
     const Rect from = readRect(r), to = readRect(r);
     r.skip(2);
     if (op == 0x009B) skipRegion(r);
-    canvas_.draw(readDirectPixels(r, bounds, rowBytes, info), bounds, from, to);
+    Image pixels = readDirectPixels(r, bounds, rowBytes, info);
+    if (!underCompressed(to)) canvas_.draw(std::move(pixels), bounds, from, to);
   }
 
   // A colour pattern carries its own pixel map, which is read and dropped.
@@ -517,7 +543,7 @@ class PictDecoder {
     if (type == 2) {
       r.skip(6);
     } else if (type == 1) {
-      const std::size_t rowBytes = r.u16() & 0x3FFF;
+      const std::size_t rowBytes = r.u16() & 0x7FFF;
       const Rect bounds = readRect(r);
       const PixMapInfo info = readPixMapFields(r);
       const ColorTable colors = readColorTable(r);
@@ -550,11 +576,20 @@ class PictDecoder {
     if (decodeJpeg(r.take(jpegLength), jpeg) != Status::Ok) return;
     const Rect whole{0, 0, jpeg.height, jpeg.width};
     canvas_.draw(std::move(jpeg), whole, whole, canvas_.frame());
+    compressed_ = canvas_.frame();
+  }
+
+  // Some writers follow a compressed picture with a pixel map of the same area for readers
+  // without the codec (often plain black); the compressed picture is the one to show.
+  bool underCompressed(Rect to) const {
+    return compressed_ && to.left >= compressed_->left && to.top >= compressed_->top &&
+           to.right <= compressed_->right && to.bottom <= compressed_->bottom;
   }
 
   Reader reader_;
   Canvas canvas_;
   bool version2_;
+  std::optional<Rect> compressed_;
 };
 
 }  // namespace

@@ -1,5 +1,6 @@
-// The headless backend: the model is the window, text metrics are fixed, the clock is virtual and
-// moves only when something waits, and every event comes from the answers.
+// The headless backend, the null implementation of the backend contract: the model is the window,
+// text metrics are fixed (kCharWidth x kLineHeight), the clock is virtual and moves only when
+// something waits, and every event comes from the answers.
 #include <algorithm>
 #include <cstdio>
 
@@ -12,20 +13,20 @@ class HeadlessWindow final : public BackendWindow {
  public:
   explicit HeadlessWindow(Backend& backend) : backend_(backend) {}
   void update(const WindowState&) override {}
+  void readBack(WindowState&) override {}
   Event waitEvent(WindowState&, Tick deadline) override {
     if (deadline != kNoDeadline) backend_.waitUntil(deadline);
     return {};
   }
-  Event inject(WindowState& state, const Answer& answer) override {
-    return eventForAnswer(state, answer);
+  std::vector<Event> inject(WindowState& state, const Answer& answer) override {
+    return eventsForAnswer(state, answer);
   }
   Outcome applyDefault(WindowState& state, const Event& event) override {
     return applyDefaultToModel(state, event, backend_);
   }
-  int textContentHeight(const WindowState& state, int n) override {
+  TextGeometry textGeometry(const WindowState& state, int n) override {
     const ItemState* item = state.item(n);
-    if (!item) return 0;
-    return wrappedLineCount(item->text, item->rect.width() - 8) * kLineHeight;
+    return item ? headlessTextGeometry(*item) : TextGeometry{};
   }
   bool saveShot(const WindowState&, const std::string&) override { return false; }
 

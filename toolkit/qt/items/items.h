@@ -1,0 +1,27 @@
+// The adapters of each item kind (see item.h), made by makeAdapter.
+#pragma once
+
+#include "item.h"
+
+namespace toolkit::qt {
+
+std::unique_ptr<ItemAdapter> makeButton(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeCheckbox(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeEdit(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makePopup(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeStaticText(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeIcon(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeList(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeTextArea(int n, Post post, QWidget* parent, bool ownBar);
+std::unique_ptr<ItemAdapter> makeScrollBar(int n, Post post, QWidget* parent);
+std::unique_ptr<ItemAdapter> makeProgress(int n, Post post, QWidget* parent);
+
+}  // namespace toolkit::qt
+
+namespace toolkit::qt {
+
+// Static texts: the height the text needs at a width, and whether it scrolls in a view.
+int neededTextHeight(ItemAdapter& staticText, int width);
+void setTextScrolled(ItemAdapter& staticText, bool scrolled);
+
+}  // namespace toolkit::qt

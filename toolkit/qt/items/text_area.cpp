@@ -1,0 +1,110 @@
+// The multi-line text area.
+// Implements: plain text with the host's carriage returns, caret, selection and scroll position
+// shown from the model and read back from the widget, a click placing the caret, the text's
+// geometry in the real font, scrolling by itself (wheel, drag, caret kept in view) reported as a
+// Scroll event, and no bar of its own when the dialog drives a scroll-bar item beside it.
+// Not yet: rich text, undo and redo (the dialog's), a horizontal scroll.
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextEdit>
+
+#include "items.h"
+#include "qt_backend.h"
+
+namespace toolkit::qt {
+namespace {
+
+// The text area keeps line breaks as carriage returns, the host's convention; Qt uses newlines.
+QString toAreaText(const std::u16string& text) {
+  return toQString(text).replace(QLatin1Char('\r'), QLatin1Char('\n'));
+}
+std::u16string fromAreaText(const QString& text) {
+  QString copy = text;
+  copy.replace(QChar::ParagraphSeparator, QLatin1Char('\r'))
+      .replace(QLatin1Char('\n'), QLatin1Char('\r'));
+  return fromQString(copy);
+}
+
+class TextAreaItem final : public ItemAdapter {
+ public:
+  TextAreaItem(int n, Post post, QWidget* parent, bool ownBar)
+      : ItemAdapter(n, std::move(post)), area_(new QTextEdit(parent)) {
+    area_->setAcceptRichText(false);
+    area_->setTabChangesFocus(true);
+    if (!ownBar) area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    QObject::connect(area_->verticalScrollBar(), &QScrollBar::valueChanged,
+                     [this] { this->post(Event{.type = Event::Type::Scroll, .item = number()}); });
+  }
+  QWidget* widget() const override { return area_; }
+  void apply(const detail::ItemState& item) override {
+    const QString text = toAreaText(item.text);
+    if (area_->toPlainText() != text) area_->setPlainText(text);
+    const int size = static_cast<int>(text.size());
+    const int start = std::clamp(item.selStart, 0, size);
+    const int end = std::clamp(item.selEnd, start, size);
+    QTextCursor cursor = area_->textCursor();
+    if (cursor.selectionStart() != start || cursor.selectionEnd() != end) {
+      cursor.setPosition(start);
+      cursor.setPosition(end, QTextCursor::KeepAnchor);
+      area_->setTextCursor(cursor);
+    }
+    QScrollBar* bar = area_->verticalScrollBar();
+    if (bar->value() != item.scroll) bar->setValue(item.scroll);
+  }
+  Press press(QWidget* receiver, const QMouseEvent& mouse, bool doubleClick) override {
+    if (receiver != area_->viewport()) return {};  // its own bar scrolls it
+    Event event = click();
+    event.doubleClick = doubleClick;
+    event.caret = area_->cursorForPosition(mouse.position().toPoint()).position();
+    return {event, false};
+  }
+  bool inject(const detail::Answer& answer, const detail::ItemState&) override {
+    if (answer.kind != detail::Answer::Kind::Click || answer.part != ScrollPart::None) return false;
+    // Just after the end of the text, where a person clicks to type on.
+    QTextCursor end(area_->document());
+    end.movePosition(QTextCursor::End);
+    QPoint at = area_->cursorRect(end).center() + QPoint(2, 0);
+    if (!area_->viewport()->rect().contains(at)) at = area_->viewport()->rect().bottomRight();
+    sendClick(area_->viewport(), at);
+    return true;
+  }
+  bool readBack(detail::ItemState& item) override {
+    const QTextCursor cursor = area_->textCursor();
+    const int scroll = area_->verticalScrollBar()->value();
+    bool changed = scroll != item.scroll || cursor.selectionStart() != item.selStart ||
+                   cursor.selectionEnd() != item.selEnd;
+    item.scroll = scroll;
+    item.selStart = cursor.selectionStart();
+    item.selEnd = cursor.selectionEnd();
+    if (area_->document()->isModified()) {  // typed or pasted into since it was read
+      std::u16string text = fromAreaText(area_->toPlainText());
+      area_->document()->setModified(false);
+      if (text != item.text) item.text = std::move(text), changed = true;
+    }
+    return changed;
+  }
+  detail::TextGeometry textGeometry(const detail::ItemState&) override {
+    QTextDocument* document = area_->document();
+    document->setTextWidth(area_->viewport()->width());
+    QTextCursor caret = area_->textCursor();
+    caret.setPosition(caret.selectionEnd());
+    const QRect rect = area_->cursorRect(caret);
+    const int scroll = area_->verticalScrollBar()->value();
+    return {.content = static_cast<int>(std::ceil(document->size().height())),
+            .view = area_->viewport()->height(),
+            .line = area_->fontMetrics().lineSpacing(),
+            .caretTop = rect.top() + scroll,
+            .caretBottom = rect.bottom() + 1 + scroll};
+  }
+
+ private:
+  QTextEdit* area_;
+};
+
+}  // namespace
+
+std::unique_ptr<ItemAdapter> makeTextArea(int n, Post post, QWidget* parent, bool ownBar) {
+  return std::make_unique<TextAreaItem>(n, std::move(post), parent, ownBar);
+}
+
+}  // namespace toolkit::qt
