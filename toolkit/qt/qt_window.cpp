@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPushButton>
 #include <QWindow>
+#include <utility>
 
 #include "items/items.h"
 #include "qt_backend.h"
@@ -44,6 +45,11 @@ QtWindow::QtWindow(QtBackend& backend, const detail::WindowState& state) : backe
     items_[item.n] = std::move(entry);
   }
   qApp->installEventFilter(this);
+  frameTimer_.setSingleShot(true);
+  frameTimer_.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&frameTimer_, &QTimer::timeout, this, [this] {
+    if (auto draw = std::exchange(drawLater_, nullptr)) draw();
+  });
   update(state);
 }
 
@@ -358,6 +364,11 @@ detail::TextGeometry QtWindow::textGeometry(const detail::WindowState& state, in
   auto found = items_.find(n);
   if (!item || found == items_.end()) return {};
   return found->second.adapter->textGeometry(*item);
+}
+
+void QtWindow::drawLater(std::chrono::milliseconds delay, std::function<void()> draw) {
+  drawLater_ = std::move(draw);
+  frameTimer_.start(delay);
 }
 
 bool QtWindow::saveShot(const detail::WindowState& state, const std::string& path) {

@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <QKeyEvent>
 #include <QObject>
+#include <QTimer>
 #include <QWidget>
 
 #include <deque>
@@ -34,6 +35,7 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   Outcome applyDefault(detail::WindowState& state, const Event& event) override;
   detail::TextGeometry textGeometry(const detail::WindowState& state, int n) override;
   bool saveShot(const detail::WindowState& state, const std::string& path) override;
+  void drawLater(std::chrono::milliseconds delay, std::function<void()> draw) override;
 
   // For tests of the backend itself.
   QWidget* window() const { return window_; }
@@ -71,6 +73,8 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   std::uint64_t fronted_ = 0;          // the model's front requests already carried out
   std::vector<std::uint64_t> fitKey_;  // what the last fit depended on
   Fitted fitted_;
+  QTimer frameTimer_;                // a drawing put off to the end of the frame
+  std::function<void()> drawLater_;  // what it then does
 };
 
 }  // namespace toolkit::qt

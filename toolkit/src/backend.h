@@ -12,7 +12,9 @@
 // window.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -156,6 +158,12 @@ class BackendWindow {
   virtual TextGeometry textGeometry(const WindowState& state, int n) = 0;
   // Writes a PNG of the window as it is now; false when the backend cannot.
   virtual bool saveShot(const WindowState& state, const std::string& path) = 0;
+  // Calls `draw` once `delay` has passed, when the host next runs the toolkit's events; a request
+  // made while one is waiting replaces it. Backends that draw nothing call it at once.
+  virtual void drawLater(std::chrono::milliseconds delay, std::function<void()> draw) {
+    (void)delay;
+    draw();
+  }
 };
 
 class Backend {

@@ -2,6 +2,7 @@
 // core, and the pulled modal loop that takes events from a person or from the answers.
 #include <algorithm>
 #include <cassert>
+#include <chrono>
 #include <initializer_list>
 
 #include "session_state.h"
@@ -60,15 +61,13 @@ class Window final : public DialogWindow {
   void bringToFront() override {
     ++state_.fronted;
     touch();
-    flush();
   }
   void commit() override {
-    flush();
     if (opened_ && state_.generation != traced_) {
       traceWindow("state", state_, native_.get());
       traced_ = state_.generation;
     }
-    backend().pump();
+    drawWithinFrame();
   }
 
   bool hasItem(int n) const override { return state_.item(n) != nullptr; }
@@ -356,6 +355,25 @@ class Window final : public DialogWindow {
     ++state_.generation;
     dirty_ = true;
   }
+  // A window open between calls may change a million times a second; it is drawn at most once a
+  // frame, and always with its last state: a change within a frame of the last drawing is drawn
+  // when that frame ends.
+  void drawWithinFrame() {
+    if (!dirty_) return;
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= nextFrame_) {
+      flush();
+      nextFrame_ = now + kFrame;
+      return;
+    }
+    if (drawPending_) return;
+    drawPending_ = true;
+    native_->drawLater(std::chrono::ceil<std::chrono::milliseconds>(nextFrame_ - now), [this] {
+      drawPending_ = false;
+      flush();
+      nextFrame_ = std::chrono::steady_clock::now() + kFrame;
+    });
+  }
   void flush() {
     if (dirty_) {
       dirty_ = false;
@@ -401,6 +419,9 @@ class Window final : public DialogWindow {
   bool opened_ = false;
   bool readyTold_ = false;  // the ready observer heard of this window
   bool dirty_ = true;
+  static constexpr std::chrono::microseconds kFrame{16667};  // 1/60 s
+  std::chrono::steady_clock::time_point nextFrame_;          // a persistent window's next drawing
+  bool drawPending_ = false;
   std::uint64_t traced_ = 0;
   std::deque<Event> pending_;   // events an answer produced, not yet returned
   std::vector<int> textAreas_;  // the text areas, whose scrolling the dialog hears of

@@ -189,8 +189,11 @@ class DialogWindow {
   virtual void show() = 0;  // shows, brings to front, takes the keyboard; traced as "open" once
   virtual void hide() = 0;
   virtual bool visible() const = 0;
-  virtual void bringToFront() = 0;
-  // For persistent windows: traces the state if it changed since the last trace, redraws.
+  virtual void bringToFront() = 0;  // done when the window is next drawn
+  // For persistent windows: traces the state if it changed since the last trace, and draws it, at
+  // most once a frame (1/60 s): a change within a frame of the last drawing is drawn when that
+  // frame ends, while the host runs the toolkit's events. So the state is always current and the
+  // window always ends up showing it, however often it changes.
   virtual void commit() = 0;
 
   // Items, numbered as the template numbers them. Operations on a missing item do nothing; an
