@@ -21,15 +21,17 @@ constexpr int kItemIcon = 2;
 constexpr std::uint32_t kDefaultFlashTicks = 240;
 constexpr std::uint32_t kMaxFlashTicks = 7200;
 
-// The events that end the flash window; all others are taken and dropped.
-bool Zk7FlashEnds(const toolkit::Event& event) {
-  switch (event.type) {
-    case toolkit::Event::Type::Click:
-      return true;
-    case toolkit::Event::Type::Key:
-      return event.character == toolkit::kCharReturn || event.character == toolkit::kCharSpace;
-    default:
-      return false;
+// Whether an event ends the flash window: a click anywhere in it, Return, or Space once it is
+// released. Every other event is taken and dropped.
+bool Zk7FlashEnds(toolkit::DialogWindow& dialog, const toolkit::Event& event) {
+  using Type = toolkit::Event::Type;
+  if (event.type == Type::Click) return true;
+  if (event.type != Type::Key) return false;
+  if (event.character == toolkit::kCharReturn) return true;
+  if (event.character != toolkit::kCharSpace) return false;
+  for (;;) {
+    const toolkit::Event next = dialog.nextEvent();
+    if (next.type == Type::KeyUp && next.character == toolkit::kCharSpace) return true;
   }
 }
 
@@ -51,9 +53,7 @@ std::int32_t Zk7RunFlashDialog(std::int16_t dlogId, std::uint32_t ticks, const f
   const std::uint32_t deadline = XP_CurrentTicksTime() + ticks;
   try {
     while (XP_CurrentTicksTime() < deadline) {
-      // A press closes the window once the button or the space bar is up again; answers always
-      // come as a whole press and release.
-      if (Zk7FlashEnds(dialog->nextEvent(deadline))) return -1;
+      if (Zk7FlashEnds(*dialog, dialog->nextEvent(deadline))) return -1;
     }
   } catch (const toolkit::NoAnswerLeft&) {
     // The run stops; the session has recorded why.
