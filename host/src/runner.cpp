@@ -104,7 +104,7 @@ void Runner::print(const Value& v) {
 
 void Runner::afterStep() {
   if (plugin_) plugin_->idle(kFMXT_ScriptRunning);
-  toolkit::pumpEvents();
+  toolkit::pumpEventsBetweenSteps();
 }
 
 void Runner::pause(const Number& seconds) {

@@ -116,6 +116,15 @@ void pumpEvents() {
   if (s.backend) s.backend->pump();
 }
 
+void pumpEventsBetweenSteps() {
+  using Clock = std::chrono::steady_clock;
+  static Clock::time_point last;
+  const Clock::time_point now = Clock::now();
+  if (now - last < std::chrono::milliseconds(1)) return;
+  last = now;
+  pumpEvents();
+}
+
 void warmUp() {
   detail::Session& s = session();
   if (s.backend) return;

@@ -25,6 +25,9 @@ void configureSession(const SessionOptions& options);
 
 // Runs pending window-system events (Qt) without blocking. Cheap when nothing is open.
 void pumpEvents();
+// The same between the steps of a script: at most once a millisecond, so a loop of fast steps pays
+// for the window system a thousand times a second rather than on every step.
+void pumpEventsBetweenSteps();
 
 // Loads and prepares the Qt backend ahead of the first dialog. Hosts call it from their first idle
 // calls after start-up, never during the plug-in's init.
