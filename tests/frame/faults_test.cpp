@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "frame/frame.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "util/errors.h"
 #include "util/hosttext.h"
 

@@ -3,7 +3,7 @@
 
 #include <climits>
 
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "util/errors.h"
 #include "util/hosttext.h"
 

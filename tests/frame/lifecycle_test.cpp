@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "frame/frame.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "toolkit/platform.h"
 
 using namespace mosa_test;

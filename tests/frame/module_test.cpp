@@ -2,7 +2,7 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 
 TEST(Module, LoadsInitialisesAndShutsDownThroughItsEntryPoint) {
   fmwrapper::clearRegistrations();

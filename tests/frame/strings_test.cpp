@@ -3,7 +3,7 @@
 
 #include "frame/frame.h"
 #include "frame/strings_file.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 
 using namespace mosa_test;
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "frame/frame.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 
 using namespace mosa_test;
 

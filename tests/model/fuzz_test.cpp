@@ -7,11 +7,11 @@
 #include <set>
 #include <string>
 
-#include "calls.h"
 #include "fmwrapper/host_api.h"
 #include "model/switches.h"
+#include "plugin_fixture.h"
 
-using namespace modeltest;
+using namespace mosa_test;
 
 namespace {
 
@@ -94,10 +94,10 @@ void ExpectStateWellFormed() {
 TEST(ModelFuzz, RandomCallsNeverBreakTheContract) {
   ResetModelState();
   const std::regex okOrError(R"(0|\$\$-[0-9]+)");
-  const Handler setters[] = {ZkMosa7_DoSetLabels,   ZkMosa7_DoSetInput,
-                             ZkMosa7_DoSetPopup,    ZkMosa7_DoSetDialogTitle,
-                             ZkMosa7_DoSetPosition, ZkMosa7_DoSetPreference,
-                             ZkMosa7_DoSetListInput};
+  const Zk7Handler setters[] = {ZkMosa7_DoSetLabels,   ZkMosa7_DoSetInput,
+                                ZkMosa7_DoSetPopup,    ZkMosa7_DoSetDialogTitle,
+                                ZkMosa7_DoSetPosition, ZkMosa7_DoSetPreference,
+                                ZkMosa7_DoSetListInput};
   std::mt19937 rng(20261123);
   for (int round = 0; round < 250; ++round) {
     std::vector<Arg> args;
@@ -105,8 +105,8 @@ TEST(ModelFuzz, RandomCallsNeverBreakTheContract) {
     if (count > 0) args.push_back(MacRoman(RandomSwitches(rng)));
     for (int i = 1; i < count; ++i) args.push_back(RandomArg(rng));
 
-    for (Handler setter : setters) {
-      const std::string answer = Call(setter, args);
+    for (Zk7Handler setter : setters) {
+      const std::string answer = callHandler(setter, args);
       ASSERT_TRUE(std::regex_match(answer, okOrError)) << round << ": " << answer;
       ExpectStateWellFormed();
     }
@@ -114,13 +114,13 @@ TEST(ModelFuzz, RandomCallsNeverBreakTheContract) {
     // Getters answer a row's text, a pop-up's text, or "$$-50".
     std::set<std::string> inputs{"$$-50"}, popups{"$$-50"};
     for (int n = 0; n < kMosaEntries; ++n) {
-      inputs.insert(Utf8(Row(gInputTextUNI[n])));
-      popups.insert(TextOf(*gPopupTxt(n)));
+      inputs.insert(toUtf8(Row(gInputTextUNI[n])));
+      popups.insert(toUtf8(*gPopupTxt(n)));
     }
-    if (gHistoryTxt_Stored) inputs.insert(TextOf(*gHistoryTxt()));
-    EXPECT_TRUE(inputs.count(Call(ZkMosa7_DoGetInput, args))) << round;
-    EXPECT_TRUE(popups.count(Call(ZkMosa7_DoGetPopup, args))) << round;
-    const std::string button = Call(ZkMosa7_DoGetButton, args);
+    if (gHistoryTxt_Stored) inputs.insert(toUtf8(*gHistoryTxt()));
+    EXPECT_TRUE(inputs.count(callHandler(ZkMosa7_DoGetInput, args))) << round;
+    EXPECT_TRUE(popups.count(callHandler(ZkMosa7_DoGetPopup, args))) << round;
+    const std::string button = callHandler(ZkMosa7_DoGetButton, args);
     EXPECT_EQ(button, std::to_string(gLastButtonNumberClicked)) << round;
 
     ParSwitches7Tag rec;
@@ -145,7 +145,7 @@ namespace {
 // handler, which the dispatcher turns into an error; the handler itself leaks no host object.
 TEST(ModelFuzz, HostFailuresLeakNothing) {
   ResetModelState();
-  const std::vector<std::pair<Handler, std::vector<Arg>>> calls = {
+  const std::vector<std::pair<Zk7Handler, std::vector<Arg>>> calls = {
       {ZkMosa7_DoSetLabels, {"", "a", "b"}},
       {ZkMosa7_DoSetInput, {"", "a", "b"}},
       {ZkMosa7_DoSetPopup, {"-popup2 -NoSelection", "x\ry"}},
@@ -162,7 +162,7 @@ TEST(ModelFuzz, HostFailuresLeakNothing) {
     for (std::uint64_t k = 1; k <= 100; ++k) {
       fmwrapper::injectFault(k, k % 2 ? 1 : 2);
       try {
-        Call(handler, args);
+        callHandler(handler, args);
       } catch (const std::exception&) {
       }
       fmwrapper::injectFault(0, 0);
