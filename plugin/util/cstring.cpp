@@ -115,23 +115,6 @@ long XP_CStringToNum(const char* s, long* out) {
   return value;
 }
 
-void XP_CToCStrCopy(const char* src, char* dst, std::int32_t maxLen) {
-  if (!dst) return;
-  std::int32_t n = 0;
-  while (src && n < maxLen && src[n] != '\0') {
-    dst[n] = src[n];
-    ++n;
-  }
-  dst[n] = '\0';
-}
-
-void XP_CToCStrConcat(const char* src, char* dst, std::int32_t maxLen) {
-  if (!dst) return;
-  std::int32_t n = XP_Strlen(dst);
-  if (n >= maxLen) return;
-  XP_CToCStrCopy(src, dst + n, maxLen - n);
-}
-
 void XP_NumToCString(long value, char* dst) {
   if (dst) std::snprintf(dst, 24, "%ld", value);
 }

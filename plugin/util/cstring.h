@@ -19,6 +19,4 @@ std::int32_t XP_GetTaggedStr(const char* text, std::int32_t textLen, const char*
                              std::int32_t occurrence, unsigned char caseSensitive, char* out,
                              std::int32_t outSize);
 long XP_CStringToNum(const char* s, long* out);
-void XP_CToCStrCopy(const char* src, char* dst, std::int32_t maxLen);
-void XP_CToCStrConcat(const char* src, char* dst, std::int32_t maxLen);
 void XP_NumToCString(long value, char* dst);

@@ -188,4 +188,19 @@ TEST(Text, SingleByteEncodingsRoundTripEveryByte) {
   }
 }
 
+TEST(Text, UnknownEncodingsAreRefusedAndNullReadsAsEmpty) {
+  fmx::TextUniquePtr t;
+  t->Assign("kept", fmx::Text::kEncoding_UTF8);
+  EXPECT_THROW(t->Assign("x", 8), std::exception);
+  EXPECT_THROW(t->Assign("x", -1), std::exception);
+  EXPECT_EQ(t->GetSize(), 4u);
+  char buf[8] = "zzzzzzz";
+  EXPECT_THROW(t->GetBytes(buf, sizeof buf, 0, fmx::kSize_End, 99), std::exception);
+  // Null pointers read as empty.
+  t->Assign(nullptr, fmx::Text::kEncoding_UTF8);
+  EXPECT_EQ(t->GetSize(), 0u);
+  t->AssignUnicode(nullptr);
+  EXPECT_EQ(t->GetSize(), 0u);
+}
+
 }  // namespace

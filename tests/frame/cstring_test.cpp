@@ -96,45 +96,21 @@ TEST(CString, TaggedText) {
   EXPECT_STREQ(small, "Hel");
 }
 
-TEST(CString, NumbersAndBoundedCopies) {
+TEST(CString, NumbersFromTextReadAsFarAsTheyGo) {
   long n = 0;
   EXPECT_EQ(XP_CStringToNum("  -42abc", &n), -42);
   EXPECT_EQ(n, -42);
   EXPECT_EQ(XP_CStringToNum("+7", &n), 7);
   EXPECT_EQ(XP_CStringToNum("abc", &n), 0);
-
-  char buf[32];
-  XP_NumToCString(-2147483648L, buf);
-  EXPECT_STREQ(buf, "-2147483648");
-  XP_CToCStrCopy("abcdef", buf, 3);
-  EXPECT_STREQ(buf, "abc");
-  XP_CToCStrConcat("xyz", buf, 5);
-  EXPECT_STREQ(buf, "abcxy");
-  XP_CToCStrConcat("more", buf, 5);
-  EXPECT_STREQ(buf, "abcxy");
 }
 
-TEST(UniStr, CopyConcatNarrowWidenSearch) {
+TEST(UniStr, CopyWidenSearch) {
   UniChar dst[8];
   XP7_UniStrToUniStrCopy(reinterpret_cast<const UniChar*>(u"abcdef"), dst, 4);
   EXPECT_EQ(std::u16string(reinterpret_cast<char16_t*>(dst)), u"abcd");
-  UniChar* end = XP7_UniStrToUniStrConcat(reinterpret_cast<const UniChar*>(u"xyz"), dst, 6);
-  EXPECT_EQ(std::u16string(reinterpret_cast<char16_t*>(dst)), u"abcdxy");
-  EXPECT_EQ(end, dst + 6);
-  EXPECT_EQ(XP7_UniStrToUniStrConcat(reinterpret_cast<const UniChar*>(u"q"), dst, 6), dst + 6);
-  EXPECT_EQ(std::u16string(reinterpret_cast<char16_t*>(dst)), u"abcdxy");
-  EXPECT_EQ(XP_StrlenUni(dst), 6u);
-
-  char narrow[8];
-  XP7_UniStrToCStrSimple(reinterpret_cast<const UniChar*>(u"h\u00E9llo!"), narrow, 5);
-  EXPECT_STREQ(narrow, "h*llo");
   UniChar wide[8];
   EXPECT_EQ(XP7_CStrToUniStrSimple("d\xE9j\xE0", wide, 7), 8u);
   EXPECT_EQ(std::u16string(reinterpret_cast<char16_t*>(wide)), u"d*j*");
-
-  UniChar copy[8];
-  XP_CToCStrCopyUni(wide, copy);
-  EXPECT_EQ(XP_MemcmpUniU(copy, wide, 5), 0);
   const auto* text = reinterpret_cast<const UniChar*>(u"aaaa");
   const auto* pattern = reinterpret_cast<const UniChar*>(u"aa");
   EXPECT_EQ(XP7_PositionUniUInt32(text, 4, pattern, 2, 0, 2), 1);

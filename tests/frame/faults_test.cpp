@@ -82,8 +82,6 @@ TEST(HostFaults, HelpersRaiseTheRightExceptionAndReleaseTheirScratch) {
        }},
       {"XP7_AppendCStrToTxt", [&] { XP7_AppendCStrToTxt("|abc", out, 4); }},
       {"XP7_AppendUniStrToTxt", [&] { XP7_AppendUniStrToTxt(uni, out); }},
-      {"XP7_BlockToTxt", [&] { XP7_BlockToTxt("block", 5, out, 4, 1); }},
-      {"XP7_HasSwitch", [&] { XP7_HasSwitch(haystack, "-noselection"); }},
       {"XP7_Position", [&] { XP7_Position(haystack, Text("o"), 0, 2, 0); }},
       {"XP7_TxtToCStr", [&] { XP7_TxtToCStr(haystack, 0, fmx::kSize_End, sizeof buf, buf, 4); }},
       {"XP7_longToTxt", [&] { XP7_longToTxt(-42, out); }},

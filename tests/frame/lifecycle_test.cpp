@@ -64,43 +64,6 @@ TEST_F(Lifecycle, AcceptsExtensionVersions50To255Only) {
   EXPECT_TRUE(gAlerts.empty());
 }
 
-TEST_F(Lifecycle, RegistersTwentyEntriesWithNamesPrototypesCountsAndFlags) {
-  ASSERT_EQ(init(60), 51);
-  const auto regs = fmwrapper::registrations();
-  ASSERT_EQ(regs.size(), 20u);
-  struct Expected {
-    fmx::int16 id;
-    const char* name;
-    fmx::int16 min, max;
-  };
-  const Expected expected[] = {
-      {4300, "Mosa_BigInputDialog", 2, 7}, {4301, "Mosa_DelayTicks", 2, 2},
-      {4302, "Mosa_Dialog", 2, 6},         {4303, "Mosa_FlashDialog", 3, 3},
-      {4304, "Mosa_GetButton", 1, 1},      {4305, "Mosa_GetInput", 1, 1},
-      {4306, "Mosa_GetPopup", 1, 1},       {4307, "Mosa_IconControl", 2, 2},
-      {4308, "Mosa_InputDialog", 4, 7},    {4309, "Mosa_ListDialog", 3, 7},
-      {4310, "Mosa_ProgressBar", 2, 4},    {4311, "Mosa_SetDialogTitle", 2, 2},
-      {4312, "Mosa_SetInput", 1, 10},      {4313, "Mosa_SetLabels", 2, 10},
-      {4314, "Mosa_SetListInput", 2, 2},   {4315, "Mosa_SetPopup", 2, 2},
-      {4316, "Mosa_SetPosition", 1, 3},    {4317, "Mosa_SetPreference", 2, 2},
-      {0, "Mosa_Version", 0, 0},           {1, "Mosa_Version", 1, 1}};
-  for (std::size_t i = 0; i < 20; ++i) {
-    SCOPED_TRACE(expected[i].name);
-    EXPECT_EQ(regs[i].pluginId, "Z7mo");
-    EXPECT_EQ(regs[i].functionId, expected[i].id);
-    EXPECT_EQ(toUtf8(regs[i].name), expected[i].name);
-    EXPECT_EQ(regs[i].minArgs, expected[i].min);
-    EXPECT_EQ(regs[i].maxArgs, expected[i].max);
-    EXPECT_EQ(regs[i].flags, i < 18 ? 0xE900u : 0xFF01u);
-    EXPECT_NE(regs[i].function, nullptr);
-    const std::string prototype = toUtf8(regs[i].prototype);
-    EXPECT_EQ(prototype.rfind(expected[i].name, 0), 0u) << prototype;
-  }
-  EXPECT_EQ(toUtf8(regs[2].prototype),
-            "Mosa_Dialog(switches ; message { ; button1 ; button2 ; button3 ; button4 })");
-  EXPECT_EQ(toUtf8(regs[18].prototype), "Mosa_Version");
-}
-
 TEST_F(Lifecycle, FailingPlatformChecksShowTheirAlertAndKeepThePluginDisabled) {
   using toolkit::platform::Service;
   struct Case {

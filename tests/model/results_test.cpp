@@ -21,7 +21,6 @@ class ResultsTest : public ::testing::Test {
     Zk7ParseSwitches("-ReturnButtonText -ReturnListText", kDlgKindInput, &texts);
     const char* titles[kMosaButtons] = {"OK", "Cancel", "", "Später"};
     for (int b = 0; b < kMosaButtons; ++b) {
-      std::strcpy(cTitles[b], titles[b]);
       const std::u16string u = toU16(titles[b]);
       std::memcpy(uTitles[b], u.c_str(), (u.size() + 1) * sizeof(UniChar));
     }
@@ -30,32 +29,8 @@ class ResultsTest : public ::testing::Test {
 
   ParSwitches7Tag plain{};
   ParSwitches7Tag texts{};
-  char cTitles[kMosaButtons][kMosaRowUnits] = {};
   UniChar uTitles[kMosaButtons][kMosaRowUnits] = {};
 };
-
-TEST_F(ResultsTest, ButtonPartInCStringsAppends) {
-  char result[64] = "";
-  std::int16_t button = 2;
-  Zk7MakeButtonResult(plain, &button, cTitles, result, sizeof result);
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel");
-  button = 3;  // a button without a title gives an empty part
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel");
-  button = kItemEscape;
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_EQ(button, 0);  // the caller's variable too
-  EXPECT_STREQ(result, "2Cancel0");
-  button = 7;
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel07");
-  // The buffer's size is respected.
-  char small[5] = "abc";
-  button = 1;
-  Zk7MakeButtonResult(texts, &button, cTitles, small, sizeof small);
-  EXPECT_STREQ(small, "abcO");
-}
 
 TEST_F(ResultsTest, ButtonPartInUnicodeReplaces) {
   fmx::TextAutoPtr result;
@@ -75,12 +50,6 @@ TEST_F(ResultsTest, ButtonPartInUnicodeReplaces) {
 }
 
 TEST_F(ResultsTest, ListPartAppendsNumberOrText) {
-  char result[64] = "1|";
-  Zk7MakeListResult(plain, 12, "Twelve", result, sizeof result);
-  EXPECT_STREQ(result, "1|12");
-  Zk7MakeListResult(texts, 12, "Twelve", result, sizeof result);
-  EXPECT_STREQ(result, "1|12Twelve");
-
   fmx::TextAutoPtr txt;
   txt->Assign("2", fmx::Text::kEncoding_ASCII_Mac);
   Zk7MakeListResultUNI(plain, 12, reinterpret_cast<const UniChar*>(u"Zwölf"), txt);
