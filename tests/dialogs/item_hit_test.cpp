@@ -48,51 +48,43 @@ class SharedRules : public ::testing::Test {
   std::unique_ptr<toolkit::DialogWindow> dialog_;
 };
 
-enum class Default { Enabled, Disabled, Hidden };
+// Button 2 is the default; how it stands, and whether a row is selected, decide the outcome.
+enum Default { kEnabled, kDisabled, kHidden };
 
 struct ItemHitCase {
-  const char* what;
   std::int16_t item;
-  Default defaultState;  // of button 2, the switches' default
-  bool rowSelected;
-  bool stopOnEsc;
-  bool ends;
+  Default defaultButton;
+  bool rowSelected, stopOnEsc, ends;
   std::int16_t endsAs;
   int beeps;
 };
 
-const ItemHitCase kItemHitCases[] = {
-    {"Return on an enabled default", kItemReturnKey, Default::Enabled, false, false, true, 2, 0},
-    {"Return on a disabled default", kItemReturnKey, Default::Disabled, false, false, false, 0, 0},
-    {"Return on a hidden default", kItemReturnKey, Default::Hidden, false, false, false, 0, 1},
-    {"double-click on a row", kItemListDoubleClick, Default::Enabled, true, false, true, 2, 0},
-    {"double-click, nothing selected", kItemListDoubleClick, Default::Enabled, false, false, false,
-     0, 0},
-    {"double-click, default disabled", kItemListDoubleClick, Default::Disabled, true, false, false,
-     0, 0},
-    {"double-click, default hidden", kItemListDoubleClick, Default::Hidden, true, false, false, 0,
-     1},
-    {"Escape without -StopOnESC", kItemEscape, Default::Enabled, false, false, false, 0, 0},
-    {"Escape with -StopOnESC", kItemEscape, Default::Enabled, false, true, true, kItemEscape, 0},
-    {"a button", 3, Default::Enabled, false, false, true, 3, 0},
-    {"a click in the list", kList, Default::Enabled, true, true, false, 0, 0},
-};
-
 TEST_F(SharedRules, ItemHits) {
-  for (const ItemHitCase& c : kItemHitCases) {
-    SCOPED_TRACE(c.what);
+  const ItemHitCase cases[] = {
+      {kItemReturnKey, kEnabled, false, false, true, 2, 0},
+      {kItemReturnKey, kDisabled, false, false, false, 0, 0},  // waits for the button
+      {kItemReturnKey, kHidden, false, false, false, 0, 1},    // no such button: a beep
+      {kItemListDoubleClick, kEnabled, true, false, true, 2, 0},
+      {kItemListDoubleClick, kEnabled, false, false, false, 0, 0},  // no row: nothing
+      {kItemListDoubleClick, kDisabled, true, false, false, 0, 0},
+      {kItemListDoubleClick, kHidden, true, false, false, 0, 1},
+      {kItemEscape, kEnabled, false, false, false, 0, 0},
+      {kItemEscape, kEnabled, false, true, true, kItemEscape, 0},
+      {3, kEnabled, false, false, true, 3, 0},
+      {kList, kEnabled, true, true, false, 0, 0},
+  };
+  for (const ItemHitCase& c : cases) {
+    SCOPED_TRACE(testing::Message() << "case " << &c - cases);
     const int beepsBefore = beeps();
     ParSwitches7Tag sw{};
     sw.defaultButton = 2;
     sw.ignoreEscape = c.stopOnEsc ? 0 : 1;
-    dialog_->setItemEnabled(2, c.defaultState == Default::Enabled);
-    dialog_->setItemVisible(2, c.defaultState != Default::Hidden);
+    dialog_->setItemEnabled(2, c.defaultButton == kEnabled);
+    dialog_->setItemVisible(2, c.defaultButton != kHidden);
     dialog_->selectRow(kList, c.rowSelected ? 1 : -1);
     std::int16_t item = c.item;
     EXPECT_EQ(Mac_HandleItemHit(dialog_.get(), &item, &sw), c.ends);
-    if (c.ends) {
-      EXPECT_EQ(item, c.endsAs);
-    }
+    EXPECT_EQ(item, c.ends ? c.endsAs : c.item);
     EXPECT_EQ(beeps() - beepsBefore, c.beeps);
   }
 }

@@ -151,12 +151,6 @@ TEST(Text, FindIgnoringCaseAcrossChunks) {
   EXPECT_EQ(t->FindIgnoringCase(*utf8("XSTRASSEX"), 0), fmx::kNotFound);
 }
 
-TEST(Text, Utf8Helpers) {
-  EXPECT_EQ(utf8ToUtf16("\xE2\x82\xAC"), u"\u20AC");
-  EXPECT_EQ(utf16ToUtf8(u"\u20AC"), "\xE2\x82\xAC");
-  EXPECT_EQ(utf8ToUtf16("a\xFF"), u"a\uFFFD");
-}
-
 }  // namespace
 
 namespace {

@@ -102,20 +102,3 @@ TEST(HostText, SearchIsNonOverlapping) {
         << c.text << " / " << c.pattern;
   }
 }
-
-TEST(HostText, ErrorsAsResults) {
-  struct Case {
-    long err;
-    const char* text;
-  };
-  for (const Case& c : {Case{0, "0"}, Case{-50, "$$-50"}, Case{-4246, "$$-4246"},
-                        Case{-2147483648L, "$$-2147483648"}, Case{7, "$$7"}}) {
-    fmx::TextAutoPtr out = text("old");
-    XP7_OSErrLToTxt(c.err, out);
-    EXPECT_EQ(str(out), c.text);
-    fmx::DataUniquePtr result;
-    XP7_OSErrLToData(c.err, *result);
-    EXPECT_EQ(toUtf8(result->GetAsText()), c.text);
-    EXPECT_EQ(result->GetNativeType(), fmx::Data::kDTText);
-  }
-}

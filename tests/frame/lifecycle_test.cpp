@@ -49,48 +49,6 @@ std::vector<fmx::int16> registeredIds() {
 
 }  // namespace
 
-TEST_F(Lifecycle, AcceptsExtensionVersions50To255Only) {
-  for (fmx::int16 v : {49, 256, -1, 0, 32767}) {
-    EXPECT_EQ(init(v), -1) << v;
-    EXPECT_TRUE(fmwrapper::registrations().empty()) << v;
-  }
-  for (fmx::int16 v : {50, 255}) {
-    EXPECT_EQ(init(v), 51) << v;
-    EXPECT_EQ(fmwrapper::registrations().size(), 20u) << v;
-    EXPECT_EQ(gAppVersion, v);
-    shutdown();
-    EXPECT_TRUE(fmwrapper::registrations().empty());
-  }
-  EXPECT_TRUE(gAlerts.empty());
-}
-
-TEST_F(Lifecycle, FailingPlatformChecksShowTheirAlertAndKeepThePluginDisabled) {
-  using toolkit::platform::Service;
-  struct Case {
-    Service service;
-    std::int16_t alert;
-    long number;
-    const char* words;
-  };
-  for (const Case& c : {Case{Service::Toolkit, 1251, 0, "newer system library"},
-                        Case{Service::ToolkitVersion, 1251, 0, "newer system library"},
-                        Case{Service::JpegDecoder, 24213, -2020, "(error -2020)"}}) {
-    gAlerts.clear();
-    toolkit::platform::setServiceDisabled(c.service, true);
-    EXPECT_EQ(callEntry(kFMXT_Init, buildBundle(), 60, 0, 0, 0, 0, 7),
-              static_cast<fmx::ptrtype>(static_cast<std::intptr_t>(-2)));
-    toolkit::platform::setServiceDisabled(c.service, false);
-    EXPECT_TRUE(fmwrapper::registrations().empty());
-    ASSERT_EQ(gAlerts.size(), 1u);
-    EXPECT_EQ(gAlerts[0].id, c.alert);
-    EXPECT_EQ(gAlerts[0].number, c.number);
-    EXPECT_NE(gAlerts[0].text.find(c.words), std::string::npos) << gAlerts[0].text;
-    EXPECT_EQ(gAlerts[0].resFile, 7)
-        << "the alert is shown with the plug-in's resource file current";
-  }
-  EXPECT_EQ(init(60), 51);
-}
-
 TEST_F(Lifecycle, EveryCallRestoresTheCurrentResourceFile) {
   XP_UseResFile(3);
   for (fmx::uchar selector : {0, 1, 4, 5, 7, 8, 9, 200}) {
@@ -127,19 +85,6 @@ TEST_F(Lifecycle, DispatcherRoutesVersionIdsAndIgnoresUnknownIds) {
   fmx::DataUniquePtr result;
   EXPECT_EQ(regs[18].function(0, *env, *args, *result), 0);
   EXPECT_EQ(toUtf8(result->GetAsText()), "Zelk Mosa Plug-In 4.5.2");
-}
-
-TEST_F(Lifecycle, InitAndShutdownLeaveNoHostObjectsBehind) {
-  ASSERT_EQ(init(60), 51);
-  shutdown();
-  const auto baseline = fmwrapper::liveObjects();
-  for (int round = 0; round < 3; ++round) {
-    ASSERT_EQ(init(60), 51);
-    callEntry(kFMXT_Idle, buildBundle(), 60, 0);
-    callEntry(kFMXT_Idle, buildBundle(), 60, 4);
-    shutdown();
-  }
-  EXPECT_EQ(fmwrapper::liveObjects(), baseline);
 }
 
 TEST_F(Lifecycle, BundleWithAMissingKeyStopsRegistrationThere) {

@@ -23,17 +23,6 @@ TEST(StringsFile, ReadsEntriesCommentsAndEscapes) {
                                      {"self", "self"}}));
 }
 
-TEST(StringsFile, StopsQuietlyAtMalformedInput) {
-  using P = std::pair<std::string, std::string>;
-  EXPECT_EQ(XP_ParseStringsFile("\"a\" = \"1\";\n\"b\" = \"2\"\n\"c\" = \"3\";"),
-            (std::vector<P>{{"a", "1"}}));
-  EXPECT_EQ(XP_ParseStringsFile("\"a\" = \"unterminated"), std::vector<P>{});
-  EXPECT_EQ(XP_ParseStringsFile("\"a\" = \"\\U12\";"), std::vector<P>{});
-  EXPECT_EQ(XP_ParseStringsFile("/* never closed"), std::vector<P>{});
-  EXPECT_EQ(XP_ParseStringsFile("= ;"), std::vector<P>{});
-  EXPECT_EQ(XP_ParseStringsFile(""), std::vector<P>{});
-}
-
 TEST(StringsLoader, LimitsNameOnlyAndString131) {
   TempBundle bundle;
   bundle.write("en.lproj/Mosa7.strings",

@@ -69,17 +69,6 @@ TEST_F(SwitchesTest, IconsFirstMatchWinsInTheFixedOrder) {
   }
 }
 
-TEST_F(SwitchesTest, SwitchesMatchAsLooseCaseInsensitiveSubstrings) {
-  EXPECT_EQ(Parse("xx-returnbuttontextyy").returnButtonText, 1);
-  EXPECT_EQ(Parse("-ReturnListText").returnListText, 1);
-  EXPECT_EQ(Parse("-ReturnListText").returnButtonText, 0);
-  EXPECT_EQ(Parse("-keepbullettext").removeBulletText, 0);
-  EXPECT_EQ(Parse("-STOPONESC").ignoreEscape, 0);
-  EXPECT_EQ(Parse("-StopOnES").ignoreEscape, 1);
-  // Only A to Z fold: an accented capital does not match its small letter.
-  EXPECT_EQ(Parse("-R\xC9turnButtonText").returnButtonText, 0);
-}
-
 TEST_F(SwitchesTest, DefaultButtonTakesTheFirstInNumberOrder) {
   const std::pair<const char*, int> cases[] = {
       {"-DefaultButton3 -DefaultButton1", 1},

@@ -61,9 +61,6 @@ std::string toUtf8(const fmx::Text& text) {
 
 namespace {
 
-// Marks a text argument whose bytes are Mac OS Roman rather than UTF-8.
-constexpr char kMacRomanMark[] = "\x01MR:";
-
 std::string call(Zk7Handler handler, short funcId, const std::vector<Arg>& args) {
   fmx::DataVectUniquePtr vect;
   fmx::LocaleUniquePtr locale;
@@ -71,14 +68,8 @@ std::string call(Zk7Handler handler, short funcId, const std::vector<Arg>& args)
     fmx::DataUniquePtr data;
     if (const auto* s = std::get_if<std::string>(&arg)) {
       fmx::TextUniquePtr txt;
-      if (s->rfind(kMacRomanMark, 0) == 0) {
-        const std::string bytes = s->substr(sizeof kMacRomanMark - 1);
-        txt->AssignWithLength(bytes.data(), static_cast<fmx::uint32>(bytes.size()),
-                              fmx::Text::kEncoding_ASCII_Mac);
-      } else {
-        txt->AssignWithLength(s->data(), static_cast<fmx::uint32>(s->size()),
-                              fmx::Text::kEncoding_UTF8);
-      }
+      txt->AssignWithLength(s->data(), static_cast<fmx::uint32>(s->size()),
+                            fmx::Text::kEncoding_UTF8);
       data->SetAsText(*txt, *locale);
     } else {
       fmx::FixPtUniquePtr number(std::get<std::int32_t>(arg));
@@ -93,10 +84,6 @@ std::string call(Zk7Handler handler, short funcId, const std::vector<Arg>& args)
 }
 
 }  // namespace
-
-Arg MacRoman(const std::string& bytes) {
-  return std::string(kMacRomanMark) + bytes;
-}
 
 std::string callFunction(short funcId, const std::vector<std::string>& args) {
   return call(ZkMosa7_Dispatch, funcId, std::vector<Arg>(args.begin(), args.end()));

@@ -32,8 +32,6 @@ std::u16string getString(int id, fmx::uint32 bufferUnits = 1024,
 
 // A text argument (UTF-8) or a number argument.
 using Arg = std::variant<std::string, std::int32_t>;
-// A text argument made from bytes in Mac OS Roman, as the switches are read.
-Arg MacRoman(const std::string& bytes);
 
 // Calls a function through the dispatcher with text arguments, or one handler directly, and answers
 // the result as UTF-8.
