@@ -2,6 +2,7 @@
 // and a negative number, and the dialog state stays well formed. Arguments are the input's pieces
 // between zero bytes: the first is the switches text in Mac OS Roman, the others texts, or numbers
 // when they start with '#'.
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <string>
