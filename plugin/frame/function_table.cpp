@@ -7,16 +7,16 @@
 const Zk7FunctionRow gMosaFunctions[kMosaFunctionCount] = {
     // id, handler, min args, max args
     {4300, nullptr, 2, 7},  // Mosa_BigInputDialog
-    {4301, nullptr, 2, 2},  // Mosa_DelayTicks
+    {4301, ZkMosa7_DoDelayTicks, 2, 2},
     {4302, ZkMosa7_DoDialog, 2, 6},
-    {4303, nullptr, 3, 3},  // Mosa_FlashDialog
+    {4303, ZkMosa7_DoFlashDialog, 3, 3},
     {4304, ZkMosa7_DoGetButton, 1, 1},
     {4305, ZkMosa7_DoGetInput, 1, 1},
     {4306, ZkMosa7_DoGetPopup, 1, 1},
     {4307, ZkMosa7_DoIconControl, 2, 2},
     {4308, nullptr, 4, 7},  // Mosa_InputDialog
     {4309, nullptr, 3, 7},  // Mosa_ListDialog
-    {4310, nullptr, 2, 4},  // Mosa_ProgressBar
+    {4310, ZkMosa7_DoProgressBar, 2, 4},
     {4311, ZkMosa7_DoSetDialogTitle, 2, 2},
     {4312, ZkMosa7_DoSetInput, 1, 10},
     {4313, ZkMosa7_DoSetLabels, 2, 10},

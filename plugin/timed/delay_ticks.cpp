@@ -1,9 +1,8 @@
 // Mosa_DelayTicks: pauses the script for a number of ticks without showing anything.
 #include <climits>
-#include <new>
 
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
-#include "model/preamble.h"
 #include "timed/timed.h"
 #include "util/cstring.h"
 #include "util/errors.h"
@@ -33,31 +32,17 @@ std::int32_t XP_CStringToLong32(const char* text) {
 
 MOSA_HANDLER(ZkMosa7_DoDelayTicks) {
   (void)funcId, (void)env;
-  fmx::LocaleAutoPtr locale;
-  fmx::int32 err = kErrNone;
-  try {
-    char switches[kSwitchesBytes];
-    fmx::uint32 index = 0;
-    err = Zk7BeginCall(args, 2, locale, switches, &index);
-    if (err == kErrNone) {
-      char pause[kSwitchesBytes];
-      XP7_GetNextCStringFromVect(args, pause, sizeof pause, &index, fmx::Text::kEncoding_Native);
-      // Unlike the flash dialog's time, an empty text waits a second and zero not at all.
-      std::uint32_t ticks = kEmptyDelayTicks;
-      if (pause[0]) {
-        ticks = static_cast<std::uint32_t>(XP_CStringToLong32(pause));
-        if (ticks > kMaxDelayTicks) ticks = kMaxDelayTicks;  // negative counts as very large
-      }
-      XP_Delay(ticks);
+  return Zk7HandlerFrame(args, result, 2, [](Zk7Call& call, fmx::int32& err) {
+    if (err != kErrNone) return;
+    char pause[kSwitchesBytes];
+    XP7_GetNextCStringFromVect(call.args, pause, sizeof pause, &call.index,
+                               fmx::Text::kEncoding_Native);
+    // Unlike the flash dialog's time, an empty text waits a second and zero not at all.
+    std::uint32_t ticks = kEmptyDelayTicks;
+    if (pause[0]) {
+      ticks = static_cast<std::uint32_t>(XP_CStringToLong32(pause));
+      if (ticks > kMaxDelayTicks) ticks = kMaxDelayTicks;  // negative counts as very large
     }
-  } catch (const std::bad_alloc&) {
-    err = kErrMemory;
-  } catch (...) {
-    err = kErrParam;
-  }
-  try {
-    Zk7SetErrorResult(err, locale, result);
-  } catch (...) {
-  }
-  return 0;
+    XP_Delay(ticks);
+  });
 }

@@ -3,10 +3,10 @@
 #include <new>
 
 #include "dialogs/dialog_helpers.h"
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
 #include "icons/icons.h"
 #include "model/history.h"
-#include "model/preamble.h"
 #include "model/state.h"
 #include "timed/timed.h"
 #include "util/errors.h"
@@ -63,47 +63,28 @@ std::int32_t Zk7RunFlashDialog(std::int16_t dlogId, std::uint32_t ticks, const f
 
 MOSA_HANDLER(ZkMosa7_DoFlashDialog) {
   (void)funcId, (void)env;
-  fmx::LocaleAutoPtr locale;
-  fmx::TextAutoPtr resultTxt;
-  fmx::int32 err = kErrNone;
-  try {
-    XP7_longToTxt(0, resultTxt);
-    char switches[kSwitchesBytes];
-    fmx::uint32 index = 0;
+  return Zk7HandlerFrame(args, result, 0, [](Zk7Call& call, fmx::int32& err) {
     // Fewer than three arguments answer "0" and show nothing.
-    if (Zk7BeginCall(args, 3, locale, switches, &index) == kErrNone) {
-      char time[kSwitchesBytes];
-      XP7_GetNextCStringFromVect(args, time, sizeof time, &index, fmx::Text::kEncoding_Native);
-      fmx::TextAutoPtr message;
-      XP7_GetNextTxtFromVect(args, message, &index);
-      // Empty, zero or no digits: the default; more than the most (a negative time too): the most.
-      const std::uint32_t ticks = Zk7ParseDelayTime(time, kDefaultFlashTicks, kMaxFlashTicks);
+    if (err != kErrNone || call.args.Size() < 3) return;
+    char time[kSwitchesBytes];
+    XP7_GetNextCStringFromVect(call.args, time, sizeof time, &call.index,
+                               fmx::Text::kEncoding_Native);
+    fmx::TextAutoPtr message;
+    XP7_GetNextTxtFromVect(call.args, message, &call.index);
+    // Empty, zero or no digits: the default; more than the most (a negative time too): the most.
+    const std::uint32_t ticks = Zk7ParseDelayTime(time, kDefaultFlashTicks, kMaxFlashTicks);
 
-      ParSwitches7Tag rec{};
-      Zk7ParseSwitches(switches, kDlgKindFlash, &rec);
-      const std::int16_t dlogId = rec.icon == kIconNone ? kDlogFlash : kDlogFlashIcon;
-      std::int32_t answer = Zk7RunFlashDialog(dlogId, ticks, *message, &rec);
-      const UniChar empty[1] = {0};
-      Zk7SaveDialogHistoryUNI(empty, answer, empty, empty);
-      // The runner never answers a button number, so this always gives 0; kept as it always was.
-      if (answer < 1 || answer > kMosaButtons) {
-        gLastButtonNumberClicked = 0;
-        answer = 0;
-      }
-      XP7_longToTxt(answer, resultTxt);
+    ParSwitches7Tag rec{};
+    Zk7ParseSwitches(call.switches, kDlgKindFlash, &rec);
+    const std::int16_t dlogId = rec.icon == kIconNone ? kDlogFlash : kDlogFlashIcon;
+    std::int32_t answer = Zk7RunFlashDialog(dlogId, ticks, *message, &rec);
+    const UniChar empty[1] = {0};
+    Zk7SaveDialogHistoryUNI(empty, answer, empty, empty);
+    // The runner never answers a button number, so this always gives 0; kept as it always was.
+    if (answer < 1 || answer > kMosaButtons) {
+      gLastButtonNumberClicked = 0;
+      answer = 0;
     }
-  } catch (const std::bad_alloc&) {
-    err = kErrMemory;
-  } catch (...) {
-    err = kErrParam;
-  }
-  try {
-    if (err != kErrNone) {
-      Zk7SetErrorResult(err, locale, result);
-    } else {
-      Zk7SetTextResult(resultTxt, locale, result);
-    }
-  } catch (...) {
-  }
-  return 0;
+    XP7_longToTxt(answer, call.resultTxt);
+  });
 }

@@ -4,9 +4,9 @@
 #include <new>
 
 #include "dialogs/dialog_helpers.h"
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
 #include "model/history.h"
-#include "model/preamble.h"
 #include "model/state.h"
 #include "timed/timed.h"
 #include "util/cstring.h"
@@ -113,39 +113,24 @@ void Zk7CheckProgressBarDefunct() {
 
 MOSA_HANDLER(ZkMosa7_DoProgressBar) {
   (void)funcId, (void)env;
-  fmx::LocaleAutoPtr locale;
-  fmx::int32 err = kErrNone;
-  try {
-    char switches[kSwitchesBytes];
-    fmx::uint32 index = 0;
-    err = Zk7BeginCall(args, 2, locale, switches, &index);
-    if (err == kErrNone) {
-      // Every call, the closing one too, restarts the defunct time.
-      gLastProgressTicks = XP_CurrentTicksTime();
-      char command[kCommandBytes];
-      XP7_GetNextCStringFromVect(args, command, sizeof command, &index,
-                                 fmx::Text::kEncoding_Native);
-      // "incr" is looked for first, so a command holding both words increments.
-      if (hasWord(command, "incr")) {
-        err = Zk7UpdateProgressDialog(true, args, &index);
-      } else if (hasWord(command, "show")) {
-        err = Zk7UpdateProgressDialog(false, args, &index);
-      } else {
-        Zk7DisposeProgressDialog();
-      }
-      // The same empty record as the 8-bit form makes, with fewer host calls: a loop may come
-      // through here a million times.
-      const UniChar empty[1] = {0};
-      Zk7SaveDialogHistoryUNI(empty, 0, empty, empty);
+  return Zk7HandlerFrame(args, result, 2, [](Zk7Call& call, fmx::int32& err) {
+    if (err != kErrNone) return;
+    // Every call, the closing one too, restarts the defunct time.
+    gLastProgressTicks = XP_CurrentTicksTime();
+    char command[kCommandBytes];
+    XP7_GetNextCStringFromVect(call.args, command, sizeof command, &call.index,
+                               fmx::Text::kEncoding_Native);
+    // "incr" is looked for first, so a command holding both words increments.
+    if (hasWord(command, "incr")) {
+      err = Zk7UpdateProgressDialog(true, call.args, &call.index);
+    } else if (hasWord(command, "show")) {
+      err = Zk7UpdateProgressDialog(false, call.args, &call.index);
+    } else {
+      Zk7DisposeProgressDialog();
     }
-  } catch (const std::bad_alloc&) {
-    err = kErrMemory;
-  } catch (...) {
-    err = kErrParam;
-  }
-  try {
-    Zk7SetErrorResult(err, locale, result);
-  } catch (...) {
-  }
-  return 0;
+    // The same empty record as the 8-bit form makes, with fewer host calls: a loop may come
+    // through here a million times.
+    const UniChar empty[1] = {0};
+    Zk7SaveDialogHistoryUNI(empty, 0, empty, empty);
+  });
 }
