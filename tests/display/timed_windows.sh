@@ -1,8 +1,9 @@
 #!/bin/bash
 # The flash and progress windows under a window manager, with a person's hands (xdotool) and the
 # screen's own pixels (xwd): a click on the flash window's message and Space once released close
-# it early; the progress window stays drawn and its bar moves during a script's loop; a progress
-# window left open is closed by the idle calls of --linger.
+# it early; the progress window stays drawn and its bar moves during a script's loop, and stays
+# behind a dialog opened after it; a progress window left open is closed by the idle calls of
+# --linger.
 # Usage: timed_windows.sh HOST PLUGIN SCRIPTS_DIR
 set -u
 host_program=$1 plugin=$2 scripts=$3
@@ -20,7 +21,8 @@ fail() {
   exit 1
 }
 
-Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp >/dev/null 2>&1 &
+# No auto-repeat while a key is held: the test holds Space on purpose.
+Xvfb "$display" -screen 0 1024x768x24 -nolisten tcp -ardelay 60000 >/dev/null 2>&1 &
 pids+=($!)
 export DISPLAY=$display
 unset QT_QPA_PLATFORM
@@ -78,6 +80,24 @@ shown "$bar" || fail "the progress window went away during the loop"
 xwd -silent -id "$bar" >"$work/second.xwd" || fail "no second picture of the progress window"
 cmp -s "$work/first.xwd" "$work/second.xwd" && fail "the progress window's bar did not move"
 finished 20
+
+# A dialog opened within a frame of a progress call keeps the front and the keyboard.
+run progress_behind.fmscript
+first=$(window) || fail "the window manager never showed the progress window"
+second=$(window "$first") || fail "the window manager never showed the dialog"
+sleep 0.5
+# The progress window is the one of 400 by 100.
+bar=$first dialog=$second
+if ! xdotool getwindowgeometry "$first" | grep -q 'Geometry: 400x100'; then
+  bar=$second dialog=$first
+fi
+# The window manager's stacking order, bottom to top, in hexadecimal ids.
+stacking=$(xprop -root _NET_CLIENT_LIST_STACKING | tr -d ',' | cut -d'#' -f2)
+above=$(for id in $stacking; do printf '%d\n' "$id"; done | grep -x -e "$bar" -e "$dialog" | tail -1)
+[ "$above" = "$dialog" ] || fail "the progress window came in front of the dialog"
+xdotool key Return
+finished 10
+[ "$(cat "$work/out")" = $'0001\n0' ] || fail "printed $(cat "$work/out"), expected 0001 and 0"
 
 # A window left open closes a second after the script's last call, while mosa-host lingers.
 run progress_abandoned.fmscript --linger 4
