@@ -2,8 +2,9 @@
 // Implements: plain text with the host's carriage returns, caret, selection and scroll position
 // shown from the model and read back from the widget, a click placing the caret, the text's
 // geometry in the real font, scrolling by itself (wheel, drag, caret kept in view) reported as a
-// Scroll event, and no bar of its own when the dialog drives a scroll-bar item beside it.
-// Not yet: rich text, undo and redo (the dialog's), a horizontal scroll.
+// Scroll event, no bar of its own when the dialog drives a scroll-bar item beside it, and undo and
+// redo of every edit, a person's or the dialog's, since the dialog set the text.
+// Not yet: a horizontal scroll.
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextEdit>
@@ -38,7 +39,12 @@ class TextAreaItem final : public ItemAdapter {
   QWidget* widget() const override { return area_; }
   void apply(const detail::ItemState& item) override {
     const QString text = toAreaText(item.text);
-    if (area_->toPlainText() != text) area_->setPlainText(text);
+    if (item.textSet != textSet_) {
+      textSet_ = item.textSet;
+      area_->setPlainText(text);  // a new text starts a new history
+    } else {
+      replaceChanged(text);
+    }
     const int size = static_cast<int>(text.size());
     const int start = std::clamp(item.selStart, 0, size);
     const int end = std::clamp(item.selEnd, start, size);
@@ -98,7 +104,25 @@ class TextAreaItem final : public ItemAdapter {
   }
 
  private:
+  // The dialog changed part of the text (a paste it cut to size, say): only that part is replaced,
+  // as one edit a person can undo.
+  void replaceChanged(const QString& text) {
+    const QString shown = area_->toPlainText();
+    if (shown == text) return;
+    qsizetype head = 0;
+    const qsizetype least = std::min(shown.size(), text.size());
+    while (head < least && shown[head] == text[head]) ++head;
+    qsizetype tail = 0;
+    while (tail < least - head && shown[shown.size() - 1 - tail] == text[text.size() - 1 - tail])
+      ++tail;
+    QTextCursor cursor(area_->document());
+    cursor.setPosition(static_cast<int>(head));
+    cursor.setPosition(static_cast<int>(shown.size() - tail), QTextCursor::KeepAnchor);
+    cursor.insertText(text.mid(head, text.size() - tail - head));
+  }
+
   QTextEdit* area_;
+  std::uint64_t textSet_ = ~std::uint64_t{0};  // the model's textSet last shown
 };
 
 }  // namespace
