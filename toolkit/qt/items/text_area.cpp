@@ -91,7 +91,9 @@ class TextAreaItem final : public ItemAdapter {
   }
   detail::TextGeometry textGeometry(const detail::ItemState&) override {
     QTextDocument* document = area_->document();
-    document->setTextWidth(area_->viewport()->width());
+    // Laying out again costs a pass over the whole text: only when the width really changed.
+    const qreal width = area_->viewport()->width();
+    if (document->textWidth() != width) document->setTextWidth(width);
     QTextCursor caret = area_->textCursor();
     caret.setPosition(caret.selectionEnd());
     const QRect rect = area_->cursorRect(caret);
