@@ -157,5 +157,6 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&argc, argv);
   benchmark::RunSpecifiedBenchmarks();
   benchmark::Shutdown();
+  toolkit::endSession();  // the Qt windows go before the libraries unload
   return 0;
 }
