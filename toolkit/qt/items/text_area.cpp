@@ -5,6 +5,8 @@
 // Scroll event, no bar of its own when the dialog drives a scroll-bar item beside it, and undo and
 // redo of every edit, a person's or the dialog's, since the dialog set the text.
 // Not yet: a horizontal scroll.
+#include <QCoreApplication>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextEdit>
@@ -91,6 +93,13 @@ class TextAreaItem final : public ItemAdapter {
   }
   detail::TextGeometry textGeometry(const detail::ItemState&) override {
     QTextDocument* document = area_->document();
+    if (area_->testAttribute(Qt::WA_PendingResizeEvent)) {
+      // A widget not shown yet hears of its size only when shown; the text is measured now, so
+      // it lays itself out for that size now, and once.
+      QResizeEvent resize(area_->size(), QSize());
+      QCoreApplication::sendEvent(area_, &resize);
+      area_->setAttribute(Qt::WA_PendingResizeEvent, false);
+    }
     // Laying out again costs a pass over the whole text: only when the width really changed.
     const qreal width = area_->viewport()->width();
     if (document->textWidth() != width) document->setTextWidth(width);
