@@ -64,6 +64,7 @@ Json itemJson(const WindowState& window, const ItemState& item) {
       break;
     case ItemKind::Edit:
       j["selection"] = {item.selStart, item.selEnd};
+      j["masked"] = item.masked;
       break;
     case ItemKind::TextArea:
       j["selection"] = {item.selStart, item.selEnd};
