@@ -109,6 +109,7 @@ void Mac_SetupInput(toolkit::DialogWindow* dialog, int input, const ParSwitches7
     case kFieldKindPopup:
       Mac_SetupPopup(dialog, input);
       dialog->setItemText(LabelItem(input), RowText(label));
+      dialog->setItemLabel(PopupItem(input), RowText(label));
       break;
     case kFieldKindCheckbox:
       dialog->setItemText(CheckboxItem(input), RowText(label));
@@ -120,6 +121,7 @@ void Mac_SetupInput(toolkit::DialogWindow* dialog, int input, const ParSwitches7
       dialog->setMasked(EditItem(input), sw->bullet[input - 1] != 0);
       dialog->setItemVisible(EditItem(input), true);
       dialog->setItemText(LabelItem(input), RowText(label));
+      dialog->setItemLabel(EditItem(input), RowText(label));
       break;
   }
 }

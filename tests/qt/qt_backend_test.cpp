@@ -390,6 +390,16 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   EXPECT_EQ(label->geometry(), QRect(72, 16, 352, 80));
 }
 
+// A screen reader announces a field or pop-up by its label, not as "edit field".
+TEST_F(QtBackendTest, FieldsAndPopupsAreNamedByTheirLabels) {
+  WindowState state = everyKind();
+  state.item(4)->label = u"Name";
+  state.item(5)->label = u"Colour";
+  auto window = open(state);
+  EXPECT_EQ(widget<QLineEdit>(*window, 4)->accessibleName(), QStringLiteral("Name"));
+  EXPECT_EQ(widget<QComboBox>(*window, 5)->accessibleName(), QStringLiteral("Colour"));
+}
+
 TEST_F(QtBackendTest, TitlesAreShownAsPlainText) {
   WindowState state = messageWindow(u"<b>bold</b> & <i>not</i>");
   state.title = u"Report [*] <b>draft</b>";
