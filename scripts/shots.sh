@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Pictures of the standard dialog in its variants, drawn by the Qt toolkit off screen: every variant
+# Pictures of the dialogs in their variants, drawn by the Qt toolkit off screen: every variant
 # into $BUILD/shots/ (BUILD defaults to build-release, built here with the release preset when it
-# has no mosa-host yet), and the three that the README shows into docs/.
+# has no mosa-host yet), and the ones that the README shows into docs/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${BUILD:-build-release}"
@@ -36,3 +36,8 @@ shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "d
 cp "$out/caution.png" docs/dialog-caution.png
 cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
+
+# The input dialog with all nine inputs: edit fields, two pop-ups, two bullet fields, two check
+# boxes.
+shot input-nine 'Mosa_SetLabels ( "" ; "Name" ; "E-mail" ; "Phone" ; "Country" ; "Plan" ; "Password" ; "Confirm" ; "Send me the monthly newsletter" ; "I accept the terms of service" ) & Mosa_SetInput ( "" ; "Ada Lovelace" ; "ada@example.org" ; "" ; "United Kingdom" ; "Team" ; "analytical" ; "analytical" ; "1" ; "0" ) & Mosa_SetPopup ( "-popup4" ; "France¶Germany¶Norway¶United Kingdom¶-¶Other" ) & Mosa_SetPopup ( "-popup5" ; "Personal¶Team¶Enterprise" ) & Mosa_InputDialog ( "-NoteIcon -popup4 -popup5 -Bullet6 -Bullet7 -Checkbox8 -Checkbox9 -dialogName=New account" ; 9 ; "Create an account for the new colleague. The password must be typed twice." ; "Create" ; "Cancel" )'
+cp "$out/input-nine.png" docs/input-dialog.png
