@@ -390,14 +390,23 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   EXPECT_EQ(label->geometry(), QRect(72, 16, 352, 80));
 }
 
-// A screen reader announces a field or pop-up by its label, not as "edit field".
-TEST_F(QtBackendTest, FieldsAndPopupsAreNamedByTheirLabels) {
+// A screen reader announces a field or pop-up by its label, not as "edit field". A bullet field
+// never shows its text, and a person cannot copy it out.
+TEST_F(QtBackendTest, FieldsAreNamedByTheirLabelsAndBulletFieldsKeepTheirText) {
   WindowState state = everyKind();
-  state.item(4)->label = u"Name";
+  state.item(4)->label = u"Password";
+  state.item(4)->masked = true;
+  state.item(4)->text = u"secret";
   state.item(5)->label = u"Colour";
   auto window = open(state);
-  EXPECT_EQ(widget<QLineEdit>(*window, 4)->accessibleName(), QStringLiteral("Name"));
+  auto* edit = widget<QLineEdit>(*window, 4);
+  EXPECT_EQ(edit->accessibleName(), QStringLiteral("Password"));
   EXPECT_EQ(widget<QComboBox>(*window, 5)->accessibleName(), QStringLiteral("Colour"));
+  EXPECT_FALSE(edit->displayText().contains(QStringLiteral("secret")));
+  backend_->setClipboardText(u"before");
+  answer(*window, state, "key cmd-a");
+  answer(*window, state, "key cmd-c");
+  EXPECT_EQ(backend_->clipboardText(), std::u16string(u"before"));
 }
 
 TEST_F(QtBackendTest, TitlesAreShownAsPlainText) {
