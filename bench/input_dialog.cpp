@@ -137,4 +137,10 @@ BENCHMARK_CAPTURE(InputDialog, steady_qt, toolkit::Backend::Qt, Start::Steady)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
-BENCHMARK_MAIN();
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  toolkit::endSession();  // the Qt windows go before the libraries unload
+  return 0;
+}
