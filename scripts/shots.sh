@@ -55,3 +55,8 @@ cp "$out/big-input.png" docs/big-input.png
 cp "$out/progress.png" docs/progress.png
 cp "$out/progress-busy.png" docs/progress-busy.png
 cp "$out/flash.png" docs/flash-note.png
+
+# The input dialog with all nine inputs: edit fields, two pop-ups, two bullet fields, two check
+# boxes.
+shot input-nine 'Mosa_SetLabels ( "" ; "Name" ; "E-mail" ; "Phone" ; "Country" ; "Plan" ; "Password" ; "Confirm" ; "Send me the monthly newsletter" ; "I accept the terms of service" ) & Mosa_SetInput ( "" ; "Ada Lovelace" ; "ada@example.org" ; "" ; "United Kingdom" ; "Team" ; "analytical" ; "analytical" ; "1" ; "0" ) & Mosa_SetPopup ( "-popup4" ; "France¶Germany¶Norway¶United Kingdom¶-¶Other" ) & Mosa_SetPopup ( "-popup5" ; "Personal¶Team¶Enterprise" ) & Mosa_InputDialog ( "-NoteIcon -popup4 -popup5 -Bullet6 -Bullet7 -Checkbox8 -Checkbox9 -dialogName=New account" ; 9 ; "Create an account for the new colleague. The password must be typed twice." ; "Create" ; "Cancel" )'
+cp "$out/input-nine.png" docs/input-dialog.png

@@ -390,6 +390,25 @@ TEST_F(QtBackendTest, ALongMessageGrowsTheWindowWithinTheScreen) {
   EXPECT_EQ(label->geometry(), QRect(72, 16, 352, 80));
 }
 
+// A screen reader announces a field or pop-up by its label, not as "edit field". A bullet field
+// never shows its text, and a person cannot copy it out.
+TEST_F(QtBackendTest, FieldsAreNamedByTheirLabelsAndBulletFieldsKeepTheirText) {
+  WindowState state = everyKind();
+  state.item(4)->label = u"Password";
+  state.item(4)->masked = true;
+  state.item(4)->text = u"secret";
+  state.item(5)->label = u"Colour";
+  auto window = open(state);
+  auto* edit = widget<QLineEdit>(*window, 4);
+  EXPECT_EQ(edit->accessibleName(), QStringLiteral("Password"));
+  EXPECT_EQ(widget<QComboBox>(*window, 5)->accessibleName(), QStringLiteral("Colour"));
+  EXPECT_FALSE(edit->displayText().contains(QStringLiteral("secret")));
+  backend_->setClipboardText(u"before");
+  answer(*window, state, "key cmd-a");
+  answer(*window, state, "key cmd-c");
+  EXPECT_EQ(backend_->clipboardText(), std::u16string(u"before"));
+}
+
 TEST_F(QtBackendTest, TitlesAreShownAsPlainText) {
   WindowState state = messageWindow(u"<b>bold</b> & <i>not</i>");
   state.title = u"Report [*] <b>draft</b>";

@@ -10,10 +10,10 @@ Fitted fitTexts(const detail::WindowState& state, const Rect& screen, int lineHe
   Fitted fitted;
   fitted.frame = state.frame;
   for (const detail::ItemState& item : state.items) fitted.rects[item.n] = item.rect;
-  // A resizable window is laid out by its dialog.
-  if (state.resizable) return fitted;
-
-  int room = std::max(0, screen.height() - frameAllowance - state.frame.height());
+  // A resizable window keeps the size its dialog gives it (the dialog lays it out when a person
+  // resizes it): a long text scrolls there.
+  int room =
+      state.resizable ? 0 : std::max(0, screen.height() - frameAllowance - state.frame.height());
   for (const detail::ItemState& item : state.items) {
     if (item.kind != ItemKind::Text || !item.visible || item.text.empty()) continue;
     Rect& rect = fitted.rects[item.n];

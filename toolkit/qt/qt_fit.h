@@ -1,6 +1,7 @@
 // Room for long static texts: in a window of fixed size, a text that needs more lines than its
 // item holds gets them, the items below it move down and the window grows, as far as the screen
-// allows; a text that still does not fit is shown in a scrolling view. The model keeps the
+// allows; a text that still does not fit, or does not fit in a resizable window, is shown in a
+// scrolling view. The model keeps the
 // template's geometry; this is how the Qt window shows it so that a person can read all of it.
 #pragma once
 

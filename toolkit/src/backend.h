@@ -45,6 +45,7 @@ struct ItemState {
   std::int32_t max = 0;
   int page = 0;                        // scroll bar thumb size
   bool masked = false;                 // edit field shows bullets
+  std::u16string label;                // edit field, pop-up: its accessible name
   int selStart = 0, selEnd = 0;        // edit field and text area selection
   int scroll = 0;                      // text area and list: scrolled distance in pixels
   std::vector<TextEdit> undo, redo;    // text area: the edits since its text was set, newest last

@@ -50,6 +50,7 @@ Json itemJson(const WindowState& window, const ItemState& item) {
       Json menu = Json::array();
       for (const auto& entry : item.menu) menu.push_back(toUtf8(entry));
       j["menu"] = menu;
+      j["label"] = toUtf8(item.label);
       break;
     }
     case ItemKind::Icon: {
@@ -64,6 +65,8 @@ Json itemJson(const WindowState& window, const ItemState& item) {
       break;
     case ItemKind::Edit:
       j["selection"] = {item.selStart, item.selEnd};
+      j["masked"] = item.masked;
+      j["label"] = toUtf8(item.label);
       break;
     case ItemKind::TextArea:
       j["selection"] = {item.selStart, item.selEnd};

@@ -111,6 +111,9 @@ class Window final : public DialogWindow {
   int defaultItem() const override { return state_.defaultItem; }
   void setFocus(int n) override { state_.focus = n, touch(); }
   int focus() const override { return state_.focus; }
+  void setItemLabel(int n, const std::u16string& label) override {
+    change(n, {ItemKind::Edit, ItemKind::Popup}, [&](ItemState& i) { i.label = label; });
+  }
 
   void setMasked(int n, bool masked) override {
     change(n, {ItemKind::Edit}, [&](ItemState& i) { i.masked = masked; });

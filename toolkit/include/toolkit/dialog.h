@@ -216,6 +216,8 @@ class DialogWindow {
   virtual int defaultItem() const = 0;
   virtual void setFocus(int n) = 0;
   virtual int focus() const = 0;
+  // The name a screen reader announces for an edit field or pop-up: the text of its label.
+  virtual void setItemLabel(int n, const std::u16string& label) = 0;
 
   // Edit fields and the text area: selection in UTF-16 units, [start, end).
   virtual void setMasked(int n, bool masked) = 0;  // password echo

@@ -81,6 +81,8 @@ class EditItem final : public ItemAdapter {
       : ItemAdapter(n, std::move(post)), edit_(new QLineEdit(parent)) {}
   QWidget* widget() const override { return edit_; }
   void apply(const detail::ItemState& item) override {
+    const QString name = toQString(item.label);
+    if (edit_->accessibleName() != name) edit_->setAccessibleName(name);
     const auto mode = item.masked ? QLineEdit::Password : QLineEdit::Normal;
     if (edit_->echoMode() != mode) edit_->setEchoMode(mode);
     const QString text = toQString(item.text);

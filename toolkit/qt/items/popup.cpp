@@ -25,6 +25,8 @@ class PopupItem final : public ItemAdapter {
   }
   QWidget* widget() const override { return combo_; }
   void apply(const detail::ItemState& item) override {
+    const QString name = toQString(item.label);
+    if (combo_->accessibleName() != name) combo_->setAccessibleName(name);
     bool same = combo_->count() == static_cast<int>(item.menu.size());
     for (int i = 0; same && i < combo_->count(); ++i) {
       const std::u16string& entry = item.menu[static_cast<std::size_t>(i)];
