@@ -8,8 +8,9 @@
 #include <QStyle>
 #include <QTimer>
 
-#include <cstdlib>
+#include <cstdio>
 
+#include "qt_platform.h"
 #include "qt_window.h"
 
 namespace toolkit::qt {
@@ -32,14 +33,6 @@ void quietMessageHandler(QtMsgType type, const QMessageLogContext& context, cons
   if (gPreviousHandler) gPreviousHandler(type, context, text);
 }
 
-bool hasDisplay() {
-  auto set = [](const char* name) {
-    const char* value = std::getenv(name);
-    return value && *value;
-  };
-  return set("QT_QPA_PLATFORM") || set("DISPLAY") || set("WAYLAND_DISPLAY");
-}
-
 }  // namespace
 
 QString toQString(const std::u16string& text) {
@@ -53,8 +46,6 @@ std::u16string fromQString(const QString& text) {
 
 QtBackend::QtBackend() {
   if (QCoreApplication::instance()) return;  // a Qt host made its own application: use it
-  // With no window system at all, draw off screen rather than fail to start.
-  if (!hasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
   gPreviousHandler = qInstallMessageHandler(quietMessageHandler);
   ownApp_ = std::make_unique<QApplication>(gArgc, gArgv);
   QApplication::setQuitOnLastWindowClosed(false);
@@ -163,11 +154,19 @@ void QtBackend::warmUp() {
 
 }  // namespace toolkit::qt
 
-extern "C" __attribute__((visibility("default"))) toolkit::detail::Backend*
-mosa_toolkit_qt_create() {
+extern "C" __attribute__((visibility("default"))) toolkit::detail::Backend* mosa_toolkit_qt_create(
+    char* why, std::size_t size) {
   try {
+    if (!QCoreApplication::instance()) {
+      const std::string problem = toolkit::qt::choosePlatform();
+      if (!problem.empty()) {
+        std::snprintf(why, size, "%s", problem.c_str());
+        return nullptr;
+      }
+    }
     return new toolkit::qt::QtBackend();
   } catch (...) {
+    std::snprintf(why, size, "Qt could not start");
     return nullptr;
   }
 }

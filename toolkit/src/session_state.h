@@ -16,6 +16,7 @@ namespace toolkit::detail {
 struct Session {
   std::unique_ptr<Backend> backend;  // made on first use
   bool headless = false;             // the backend in use is the headless one
+  bool displayLost = false;          // Qt was wanted but cannot start here
   toolkit::Backend requested = toolkit::Backend::Auto;
   bool configured = false;
   bool answersGiven = false;

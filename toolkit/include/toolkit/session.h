@@ -46,4 +46,9 @@ std::string stopMessage();
 // Whether answers drive this run (any were given, or the backend is headless).
 bool scriptedSession();
 
+// True when the run stopped because a dialog waited for a person while Qt, wanted, could not start
+// (a display that cannot be opened, no platform plug-in that loads): the toolkit said so once on
+// standard error and ran headless from then on. The host exits with a status of its own.
+bool stoppedForDisplay();
+
 }  // namespace toolkit
