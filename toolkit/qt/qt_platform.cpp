@@ -43,7 +43,7 @@ std::string displayProblem(const QString& platform) {
     std::string socket = env("WAYLAND_DISPLAY");
     if (socket.empty()) socket = "wayland-0";
     if (socket.front() != '/') socket = env("XDG_RUNTIME_DIR") + "/" + socket;
-    struct stat info{};
+    struct stat info {};
     if (stat(socket.c_str(), &info) != 0 || !S_ISSOCK(info.st_mode))
       return "the Wayland display \"" + socket + "\" cannot be opened";
   }

@@ -7,6 +7,7 @@
 #include "items/items.h"
 #include "qt_backend.h"
 #include "qt_keys.h"
+#include "session_state.h"
 
 namespace toolkit::qt {
 namespace {
@@ -84,7 +85,9 @@ const Fitted& QtWindow::fit(const detail::WindowState& state) {
 
 void QtWindow::update(const detail::WindowState& state) {
   updating_ = true;
-  const QString title = plainWindowTitle(state.title);
+  // With no title of its own, a window names the program it belongs to, never a file name.
+  const QString title =
+      plainWindowTitle(state.title.empty() ? detail::session().hostName : state.title);
   if (window_->windowTitle() != title) window_->setWindowTitle(title);
   // Texts first: fitting the window to them measures them.
   for (const detail::ItemState& item : state.items) {
@@ -121,7 +124,11 @@ void QtWindow::update(const detail::WindowState& state) {
     }
   }
 
-  if (state.visible && !window_->isVisible()) window_->show();
+  if (state.visible && !window_->isVisible()) {
+    if (!opened_) stray_.opened();
+    opened_ = true;
+    window_->show();
+  }
   if (!state.visible && window_->isVisible()) window_->hide();
   if (state.visible && state.fronted != fronted_) {
     // Shown or asked to the front: in front of all windows, with the keyboard.
@@ -131,7 +138,10 @@ void QtWindow::update(const detail::WindowState& state) {
   fronted_ = state.fronted;
   QWidget* focus = itemWidget(state.focus);
   if (focus && focus->focusPolicy() != Qt::NoFocus && focus->isVisible()) {
-    if (!focus->hasFocus()) focus->setFocus(Qt::OtherFocusReason);
+    // The focus moves as Tab moves it, and is drawn from the start, as in the platform's own
+    // dialogs: a person sees which control a key will reach.
+    if (!focus->hasFocus()) focus->setFocus(Qt::TabFocusReason);
+    window_->setAttribute(Qt::WA_KeyboardFocusChange);
   } else if (window_->isVisible() && QApplication::focusWidget() &&
              QApplication::focusWidget()->window() == window_) {
     window_->setFocus(Qt::OtherFocusReason);
@@ -204,9 +214,26 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
     for (auto& [n, entry] : items_) entry.adapter->refresh();
     return false;
   }
+  if (watched == window_ && event->type() == QEvent::WindowStateChange && window_->isMinimized()) {
+    // A modal dialog stays on screen: the script waits on it.
+    QMetaObject::invokeMethod(
+        this, [this] { window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized); },
+        Qt::QueuedConnection);
+    return false;
+  }
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
+  if (ours && !injecting_) {
+    const QEvent::Type type = event->type();
+    if ((type == QEvent::KeyPress || type == QEvent::KeyRelease) &&
+        stray_.dropKey(*static_cast<QKeyEvent*>(event)))
+      return true;
+    if ((type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
+         type == QEvent::MouseButtonRelease) &&
+        stray_.dropMouse(*static_cast<QMouseEvent*>(event)))
+      return true;
+  }
   switch (event->type()) {
     case QEvent::KeyPress: {
       if (!ours) return false;

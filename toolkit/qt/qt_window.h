@@ -17,6 +17,7 @@
 #include "backend.h"
 #include "items/item.h"
 #include "qt_fit.h"
+#include "qt_stray.h"
 
 namespace toolkit::qt {
 
@@ -67,7 +68,9 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   bool delivering_ = false;  // a key on its way to a widget after the dialog's filter let it pass
   bool resizable_ = false;
   bool persistent_ = false;
-  QRect placed_;  // the frame last given to the window: a window a person moved stays there
+  QRect placed_;         // the frame last given to the window: a window a person moved stays there
+  bool opened_ = false;  // shown at least once
+  StrayInput stray_;     // input meant for the dialog before this one
   std::uint64_t fronted_ = 0;          // the model's front requests already carried out
   std::vector<std::uint64_t> fitKey_;  // what the last fit depended on
   Fitted fitted_;

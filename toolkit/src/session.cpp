@@ -108,6 +108,7 @@ void configureSession(const SessionOptions& options) {
   s.waitLeft = 0;
   s.answersGiven = !s.answers.empty();
   s.shotsDir = options.shotsDir;
+  s.hostName = detail::fromUtf8(options.hostName);
   s.shotCount = 0;
   s.stopped = false;
   s.stopMessage.clear();

@@ -25,6 +25,7 @@ struct Session {
   Tick waitLeft = 0;            // rest of a "wait" cut short by a deadline
   std::FILE* trace = nullptr;
   std::string shotsDir;
+  std::u16string hostName = u"Mosa";
   int shotCount = 0;
   bool stopped = false;
   std::string stopMessage;

@@ -17,6 +17,8 @@ struct SessionOptions {
   std::vector<std::string> answers;  // in order; one per entry, grammar as in the README
   std::string tracePath;             // JSON Lines; empty: no trace
   std::string shotsDir;              // a PNG of each dialog state (Qt only); empty: none
+  // The host program's name as people write it (UTF-8): a dialog window with no title shows it.
+  std::string hostName = "Mosa";
 };
 
 // Validates and applies the options. Throws std::invalid_argument with a message that names the
