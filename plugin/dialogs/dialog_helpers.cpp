@@ -1,5 +1,6 @@
 #include "dialogs/dialog_helpers.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -7,6 +8,7 @@
 #include "model/state.h"
 
 const ParSwitches7Tag* gActiveSwitches = nullptr;
+Mac_DialogSize gLastMainDlgSize = {282, 480};
 
 namespace {
 
@@ -81,6 +83,25 @@ void Mac_MoveButtons(toolkit::DialogWindow* dialog, int oldWidth, int oldHeight,
   }
 }
 
+void Mac_ResizeMyDialog(toolkit::DialogWindow* dialog, int width, int height, bool hasButton4,
+                        Mac_LayoutProc layout) {
+  const toolkit::Rect window = dialog->windowRect();
+  const toolkit::Rect screen = toolkit::screenBounds();
+  if (width == -1) {
+    width = window.width();
+  } else {
+    if (window.left + width > screen.right) width = screen.right - window.left - 8;
+    width = std::max(width, hasButton4 ? 480 : 360);
+  }
+  if (height == -1) {
+    height = window.height();
+  } else {
+    if (window.top + height > screen.bottom) height = screen.bottom - window.top - 28;
+    height = std::max(height, 200);
+  }
+  layout(dialog, width, height);
+}
+
 bool Mac_SimpleModalDialogFilterF(toolkit::DialogWindow*, const toolkit::Event& event,
                                   std::int16_t* itemHit) {
   if (event.type != toolkit::Event::Type::Key) return false;
@@ -128,5 +149,24 @@ bool Mac_HandleItemHit(toolkit::DialogWindow* dialog, std::int16_t* itemHit,
           if (sw->buttonNeedsInput[n - 1]) dialog->setItemEnabled(n, selected);
       }
       return false;
+  }
+}
+
+std::int16_t Mac_RunModalDialog(toolkit::DialogWindow* dialog, const ParSwitches7Tag* sw,
+                                const Mac_ModalProcs& procs) {
+  try {
+    for (;;) {
+      const toolkit::Event event = dialog->nextEvent();
+      std::int16_t itemHit = 0;
+      if (!procs.filter || !procs.filter(dialog, event, &itemHit)) {
+        const toolkit::Outcome outcome = dialog->handleDefault(event);
+        itemHit = static_cast<std::int16_t>(outcome.itemHit);
+        if (outcome.textChanged && procs.textChanged)
+          procs.textChanged(dialog, outcome.changedItem ? outcome.changedItem : outcome.itemHit);
+      }
+      if (itemHit != 0 && procs.itemHit(dialog, &itemHit, sw)) return itemHit;
+    }
+  } catch (const toolkit::NoAnswerLeft&) {
+    return 0;
   }
 }

@@ -38,9 +38,30 @@ void Mac_SetDialogButtonsUNI(toolkit::DialogWindow* dialog,
 void Mac_SetDialogPosition(toolkit::DialogWindow* dialog);
 
 // Moves buttons 1 to 4 by the change of the window's size, so they keep their distance from the
-// bottom-right corner.
+// bottom-right corner. Resizable dialogs pass gLastMainDlgSize as the old size, then record the new
+// one there.
 void Mac_MoveButtons(toolkit::DialogWindow* dialog, int oldWidth, int oldHeight, int newWidth,
                      int newHeight);
+
+// The size a resizable dialog's buttons were last laid out for.
+struct Mac_DialogSize {
+  std::int16_t height;
+  std::int16_t width;
+};
+extern Mac_DialogSize gLastMainDlgSize;
+
+// Lays a resizable dialog out for a new content size: sizes the window, moves the buttons from
+// gLastMainDlgSize (Mac_MoveButtons), fits the dialog's own items, records the size in
+// gLastMainDlgSize. The list and the big input dialog each have one.
+using Mac_LayoutProc = void (*)(toolkit::DialogWindow* dialog, int width, int height);
+
+// Resizes to a size a script asked for ("-Width", "-Height"), clamped to the screen and to the
+// dialog's least size: a width that would pass the screen's right edge becomes the room left less
+// 8, then at least 480 (360 when button 4 is not used); a height that would pass the bottom becomes
+// the room left less 28, then at least 200. -1 keeps the current width or height. Then calls
+// `layout` with the result.
+void Mac_ResizeMyDialog(toolkit::DialogWindow* dialog, int width, int height, bool hasButton4,
+                        Mac_LayoutProc layout);
 
 // The standard dialog's key filter: Return and Enter end the dialog as item 1, Escape is reported
 // as kItemEscape. Returns true when it took the event.
@@ -54,6 +75,33 @@ bool Mac_SimpleModalDialogFilterF(toolkit::DialogWindow* dialog, const toolkit::
 // re-applies the needs-selection rule of a dialog with a list.
 bool Mac_HandleItemHit(toolkit::DialogWindow* dialog, std::int16_t* itemHit,
                        const ParSwitches7Tag* sw);
+
+// ---- The modal loop
+
+// A dialog's modal filter: sees each event first and answers true when it took it, with *itemHit
+// set to the item it stands for (0: none). Resizes arrive here too.
+using Mac_ModalFilterProc = bool (*)(toolkit::DialogWindow* dialog, const toolkit::Event& event,
+                                     std::int16_t* itemHit);
+// Decides whether an item ends the dialog: true ends it, with *itemHit the item that ended it.
+using Mac_ItemHitProc = bool (*)(toolkit::DialogWindow* dialog, std::int16_t* itemHit,
+                                 const ParSwitches7Tag* sw);
+// Runs after the toolkit's default handling changed a field's text (a length limit, say).
+using Mac_TextChangedProc = void (*)(toolkit::DialogWindow* dialog, int item);
+
+struct Mac_ModalProcs {
+  Mac_ModalFilterProc filter = nullptr;  // null: every event gets the default handling
+  Mac_ItemHitProc itemHit = Mac_HandleItemHit;
+  Mac_TextChangedProc textChanged = nullptr;  // null: nothing to check
+};
+
+// The modal loop of a shown dialog: the next event goes to the filter; what the filter does not
+// take gets the toolkit's default handling (a character into the focused field, a click on a
+// button becomes its item). Every item hit other than 0 then goes to the item-hit procedure, until
+// it ends the dialog. Answers the item that ended it (a button 1 to 4, or kItemEscape), or 0 when
+// answers drive the run and none is left: the session has recorded the stop, and the caller only
+// cleans up and returns.
+std::int16_t Mac_RunModalDialog(toolkit::DialogWindow* dialog, const ParSwitches7Tag* sw,
+                                const Mac_ModalProcs& procs);
 
 // A zero-terminated UTF-16 row as the toolkit's string type.
 std::u16string Mac_UniToU16(const UniChar* s);

@@ -1,11 +1,9 @@
 // Mosa_Dialog: a message, an icon and up to four buttons; answers the number of the button.
-#include <new>
-
 #include "dialogs/dialog_helpers.h"
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
 #include "icons/icons.h"
 #include "model/history.h"
-#include "model/preamble.h"
 #include "util/cstring.h"
 #include "util/errors.h"
 #include "util/hosttext.h"
@@ -30,6 +28,11 @@ std::int16_t Zk7DialogIdFromSwitches(const char* switches) {
   return kDlogStandard;
 }
 
+// The plain dialog ends on a button only: Escape never closes it, with or without "-StopOnESC".
+bool Mac_ButtonEndsDialog(toolkit::DialogWindow*, std::int16_t* itemHit, const ParSwitches7Tag*) {
+  return *itemHit >= 1 && *itemHit <= kMosaButtons;
+}
+
 // Runs the dialog until a button ends it; answers that button, or 0 when there is no dialog.
 std::int16_t Mac_RunDialogUNI(std::int16_t dlogId, const fmx::Text& message,
                               const UniChar titles[kMosaButtons][kMosaRowUnits]) {
@@ -41,83 +44,59 @@ std::int16_t Mac_RunDialogUNI(std::int16_t dlogId, const fmx::Text& message,
   if (gActiveSwitches) Zk7_Mac_IconUserItem(*dialog, 6, gActiveSwitches->icon);
   dialog->show();
 
-  std::int16_t itemHit = 0;
-  try {
-    while (itemHit < 1 || itemHit > kMosaButtons) {
-      const toolkit::Event event = dialog->nextEvent();
-      itemHit = 0;
-      if (!Mac_SimpleModalDialogFilterF(dialog.get(), event, &itemHit))
-        itemHit = static_cast<std::int16_t>(dialog->handleDefault(event).itemHit);
-    }
-  } catch (const toolkit::NoAnswerLeft&) {
-    return 0;  // the run stops; the session has recorded why
-  }
+  Mac_ModalProcs procs;
+  procs.filter = Mac_SimpleModalDialogFilterF;
+  procs.itemHit = Mac_ButtonEndsDialog;
+  const std::int16_t itemHit = Mac_RunModalDialog(dialog.get(), gActiveSwitches, procs);
+  if (itemHit == 0) return 0;  // the run stopped
   Zk7SaveDialogHistory("", itemHit, "", "");
   return itemHit;
+}
+
+void Zk7DialogBody(Zk7Call& call, fmx::int32& err) {
+  if (err != kErrNone) return;
+  ParSwitches7Tag rec{};
+  Zk7ParseSwitches(call.switches, kDlgKindStandard, &rec);
+  Zk7ActiveSwitchesGuard active(&rec);
+
+  fmx::TextAutoPtr message;
+  XP7_GetNextTxtFromVect(call.args, message, &call.index);
+  UniChar titles[kMosaButtons][kMosaRowUnits] = {};
+  for (auto& title : titles) {
+    fmx::TextAutoPtr txt;
+    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
+    XP7_TxtToUniStr(txt, title, kMosaRowUnits);
+  }
+  // One more text after the titles; the registration never lets it be given.
+  UniChar extra[kMosaRowUnits] = {};
+  {
+    fmx::TextAutoPtr txt;
+    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
+    XP7_TxtToUniStr(txt, extra, kMosaRowUnits);
+  }
+  if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
+    XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
+
+  const std::int16_t dlogId = Zk7DialogIdFromSwitches(call.switches);
+  if (dlogId == kDlogInput || dlogId == kDlogUserPassword || dlogId == kDlogPassword)
+    err = kErrRefused;
+  if (err != kErrNone) return;
+
+  std::int16_t answer = Mac_RunDialogUNI(dlogId, *message, titles);
+  if (answer < 1 || answer > kMosaButtons) {
+    answer = 0;
+    gLastButtonNumberClicked = 0;
+  }
+  XP7_longToTxt(answer, call.resultTxt);
+  if (extra[0]) {
+    XP7_AppendCStrToTxt(gSeparatorStr, call.resultTxt, fmx::Text::kEncoding_ASCII_Mac);
+    XP7_AppendUniStrToTxt(extra, call.resultTxt);
+  }
 }
 
 }  // namespace
 
 MOSA_HANDLER(ZkMosa7_DoDialog) {
   (void)funcId, (void)env;
-  fmx::LocaleAutoPtr locale;
-  fmx::TextAutoPtr resultTxt;
-  fmx::int32 err = kErrNone;
-  try {
-    char switches[kSwitchesBytes];
-    fmx::uint32 index = 0;
-    err = Zk7BeginCall(args, 2, locale, switches, &index);
-    if (err == kErrNone) {
-      ParSwitches7Tag rec{};
-      Zk7ParseSwitches(switches, kDlgKindStandard, &rec);
-      Zk7ActiveSwitchesGuard active(&rec);
-
-      fmx::TextAutoPtr message;
-      XP7_GetNextTxtFromVect(args, message, &index);
-      UniChar titles[kMosaButtons][kMosaRowUnits] = {};
-      for (auto& title : titles) {
-        fmx::TextAutoPtr txt;
-        XP7_GetNextTxtFromVect(args, txt, &index);
-        XP7_TxtToUniStr(txt, title, kMosaRowUnits);
-      }
-      // One more text after the titles; the registration never lets it be given.
-      UniChar extra[kMosaRowUnits] = {};
-      {
-        fmx::TextAutoPtr txt;
-        XP7_GetNextTxtFromVect(args, txt, &index);
-        XP7_TxtToUniStr(txt, extra, kMosaRowUnits);
-      }
-      if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
-        XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
-
-      const std::int16_t dlogId = Zk7DialogIdFromSwitches(switches);
-      if (dlogId == kDlogInput || dlogId == kDlogUserPassword || dlogId == kDlogPassword) {
-        err = kErrRefused;
-      } else {
-        std::int16_t answer = Mac_RunDialogUNI(dlogId, *message, titles);
-        if (answer < 1 || answer > kMosaButtons) {
-          answer = 0;
-          gLastButtonNumberClicked = 0;
-        }
-        XP7_longToTxt(answer, resultTxt);
-        if (extra[0]) {
-          XP7_AppendCStrToTxt(gSeparatorStr, resultTxt, fmx::Text::kEncoding_ASCII_Mac);
-          XP7_AppendUniStrToTxt(extra, resultTxt);
-        }
-      }
-    }
-  } catch (const std::bad_alloc&) {
-    err = kErrMemory;
-  } catch (...) {
-    err = kErrParam;
-  }
-  try {
-    if (err != kErrNone) {
-      Zk7SetErrorResult(err, locale, result);
-    } else {
-      Zk7SetTextResult(resultTxt, locale, result);
-    }
-  } catch (...) {
-  }
-  return 0;
+  return Zk7HandlerFrame(args, result, 2, Zk7DialogBody);
 }

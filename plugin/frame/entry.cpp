@@ -77,18 +77,8 @@ fmx::int32 ZkMosa7_PluginInit(std::int16_t version) {
   if (static_cast<std::uint16_t>(version - 50) > 205) return kBadExtn;
   gAppVersion = version;
   if (ZkStartSomethingUp() != 0) return kDoNotEnable;
-  for (std::int16_t id = 4300; id <= 4317; ++id) {
-    static constexpr std::int16_t kMinArgs[18] = {2, 2, 2, 3, 1, 1, 1, 2, 4,
-                                                  3, 2, 2, 1, 2, 2, 2, 1, 2};
-    static constexpr std::int16_t kMaxArgs[18] = {7, 2, 6, 3,  1,  1, 1, 2, 7,
-                                                  7, 4, 2, 10, 10, 2, 2, 3, 2};
-    // A function that cannot be registered stops the rest, but the plug-in stays enabled.
-    if (ZkMosa7_RegisterFunction(id, kMinArgs[id - 4300], kMaxArgs[id - 4300], kMosaDialogFlags) !=
-        0) {
-      return kMosaInitAnswer;
-    }
-  }
-  ZkMosa7_RegisterVersionFunctions();
+  // A function that cannot be registered stops the rest, but the plug-in stays enabled.
+  ZkMosa7_RegisterAllFunctions();
   return kMosaInitAnswer;
 }
 

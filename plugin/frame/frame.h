@@ -45,7 +45,21 @@ std::int16_t ZkMosa7_QuickTimeIsInstalled();
 unsigned char ZkMosa7_InitializeQuickTime();
 void ZkMosa7_ShutdownQuickTime();
 
-// Function table and dispatcher.
+// Function table and dispatcher. Rows 0 to 17 are the dialog functions 4300 to 4317 in order, then
+// the two version entries 0 and 1.
+using Zk7Handler = fmx::errcode (*)(short funcId, const fmx::ExprEnv& env,
+                                    const fmx::DataVect& args, fmx::Data& result);
+struct Zk7FunctionRow {
+  std::int16_t funcId;
+  Zk7Handler handler;  // null: not written yet; the function answers -4243
+  std::int16_t minArgs;
+  std::int16_t maxArgs;
+};
+constexpr int kMosaDialogFunctionCount = 18;
+constexpr int kMosaFunctionCount = kMosaDialogFunctionCount + 2;
+extern const Zk7FunctionRow gMosaFunctions[kMosaFunctionCount];
+// Registers 4300 to 4317 in order and stops at the first that fails; then the version entries.
+void ZkMosa7_RegisterAllFunctions();
 std::int16_t ZkMosa7_RegisterFunction(std::int16_t funcId, std::int16_t minArgs,
                                       std::int16_t maxArgs, std::uint32_t flags);
 void ZkMosa7_RegisterVersionFunctions();

@@ -1,5 +1,6 @@
 // The external functions, one handler per function id. All share the host's signature and return
-// 0 to the host; success or failure is in the result value.
+// 0 to the host; success or failure is in the result value. Each is written on the handler frame
+// (frame/handler_frame.h) and named on its row of the function table (frame/function_table.cpp).
 #pragma once
 
 #include "fmx/FMWrapper.h"

@@ -8,17 +8,6 @@
 
 namespace {
 
-using Handler = fmx::errcode (*)(short, const fmx::ExprEnv&, const fmx::DataVect&, fmx::Data&);
-
-// Row n is function 4300 + n.
-constexpr Handler kHandlers[18] = {
-    ZkMosa7_DoBigInputDialog, ZkMosa7_DoDelayTicks,  ZkMosa7_DoDialog,
-    ZkMosa7_DoFlashDialog,    ZkMosa7_DoGetButton,   ZkMosa7_DoGetInput,
-    ZkMosa7_DoGetPopup,       ZkMosa7_DoIconControl, ZkMosa7_DoInputDialog,
-    ZkMosa7_DoListDialog,     ZkMosa7_DoProgressBar, ZkMosa7_DoSetDialogTitle,
-    ZkMosa7_DoSetInput,       ZkMosa7_DoSetLabels,   ZkMosa7_DoSetListInput,
-    ZkMosa7_DoSetPopup,       ZkMosa7_DoSetPosition, ZkMosa7_DoSetPreference};
-
 fmx::QuadCharAutoPtr pluginId() {
   return fmx::QuadCharAutoPtr(kMosaPluginId[0], kMosaPluginId[1], kMosaPluginId[2],
                               kMosaPluginId[3]);
@@ -53,22 +42,26 @@ std::int16_t ZkMosa7_RegisterFunction(std::int16_t funcId, std::int16_t minArgs,
 
 void ZkMosa7_RegisterVersionFunctions() {
   // The host's answers are not checked here, nor are empty strings caught.
-  struct Entry {
-    std::int16_t funcId;
-    int stringId;
-    std::int16_t args;
-  };
-  for (const Entry& e : {Entry{0, 9000, 0}, Entry{1, 9001, 1}}) {
+  for (int row = kMosaDialogFunctionCount; row < kMosaFunctionCount; ++row) {
+    const Zk7FunctionRow& f = gMosaFunctions[row];
     try {
       fmx::QuadCharAutoPtr id = pluginId();
       fmx::TextAutoPtr name;
       fmx::TextAutoPtr prototype;
-      loadPrototype(e.stringId, name, prototype);
-      fmx::ExprEnv::RegisterExternalFunction(*id, e.funcId, *name, *prototype, e.args, e.args,
+      loadPrototype(9000 + f.funcId, name, prototype);
+      fmx::ExprEnv::RegisterExternalFunction(*id, f.funcId, *name, *prototype, f.minArgs, f.maxArgs,
                                              kMosaVersionFlags, ZkMosa7_Dispatch);
     } catch (...) {
     }
   }
+}
+
+void ZkMosa7_RegisterAllFunctions() {
+  for (int row = 0; row < kMosaDialogFunctionCount; ++row) {
+    const Zk7FunctionRow& f = gMosaFunctions[row];
+    if (ZkMosa7_RegisterFunction(f.funcId, f.minArgs, f.maxArgs, kMosaDialogFlags) != 0) return;
+  }
+  ZkMosa7_RegisterVersionFunctions();
 }
 
 void ZkMosa7_UnregisterAllFunctions() {
@@ -80,9 +73,10 @@ void ZkMosa7_UnregisterAllFunctions() {
       } catch (...) {
       }
     };
-    unregister(0);
-    unregister(1);
-    for (std::int16_t funcId = 4300; funcId <= 4317; ++funcId) unregister(funcId);
+    // The version entries first, then the dialog functions.
+    for (int row = kMosaDialogFunctionCount; row < kMosaFunctionCount; ++row)
+      unregister(gMosaFunctions[row].funcId);
+    for (int row = 0; row < kMosaDialogFunctionCount; ++row) unregister(gMosaFunctions[row].funcId);
   } catch (...) {
   }
 }
@@ -93,8 +87,13 @@ fmx::errcode ZkMosa7_Dispatch(short funcId, const fmx::ExprEnv& env, const fmx::
   try {
     if (id == 0 || id == 1) return ZkMosa7_DoVersion(funcId, env, args, result);
     const auto row = static_cast<std::uint16_t>(id - 4300);
-    if (row > 17) return 0;
-    return kHandlers[row](static_cast<short>(4300 + row), env, args, result);
+    if (row >= kMosaDialogFunctionCount) return 0;
+    const Zk7FunctionRow& f = gMosaFunctions[row];
+    if (!f.handler) {
+      XP7_OSErrLToData(kErrRefused, result);
+      return 0;
+    }
+    return f.handler(f.funcId, env, args, result);
   } catch (const std::bad_alloc&) {
     // Handlers report their own failures; these only keep a stray exception inside the plug-in.
     try {

@@ -1,5 +1,6 @@
 // Mosa_Version: which plug-in and which version is loaded.
 #include "frame/frame.h"
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
 #include "util/cstring.h"
 #include "util/errors.h"
@@ -39,27 +40,21 @@ bool ZkPluginSpecificVersionFuncs7(const char* switches, fmx::TextAutoPtr& resul
 }
 
 MOSA_HANDLER(ZkMosa7_DoVersion) {
-  (void)funcId;
-  (void)env;
-  try {
-    fmx::TextAutoPtr resultTxt;
-    if (args.Size() == 0 || args.AtAsText(0).GetSize() == 0) {
-      versionText(resultTxt);
-    } else {
-      char switches[1000];
-      fmx::uint32 index = 0;
-      XP7_GetNextCStringFromVect(args, switches, sizeof switches, &index, kMacRoman);
-      if (XP_HasSwitch(switches, "-getversionnumber")) {
-        XP7_CStrToTxt(kVersionNumber, resultTxt, kMacRoman);
-      } else if (XP_HasSwitch(switches, "-getversionstring")) {
-        versionText(resultTxt);
-      } else if (!ZkPluginSpecificVersionFuncs7(switches, resultTxt)) {
-        // A switch this function does not know is refused.
-        XP7_OSErrLToTxt(kErrRefused, resultTxt);
-      }
-    }
-    result.SetAsText(*resultTxt, result.GetLocale());
-  } catch (...) {
-  }
-  return 0;
+  (void)funcId, (void)env;
+  return Zk7HandlerFrame(
+      args, result, 0,
+      [](Zk7Call& call, fmx::int32& err) {
+        // The version answers in the result's own locale, with or without an argument.
+        *call.locale = call.result.GetLocale();
+        if (call.args.Size() == 0 || call.args.AtAsText(0).GetSize() == 0) {
+          versionText(call.resultTxt);
+        } else if (XP_HasSwitch(call.switches, "-getversionnumber")) {
+          XP7_CStrToTxt(kVersionNumber, call.resultTxt, kMacRoman);
+        } else if (XP_HasSwitch(call.switches, "-getversionstring")) {
+          versionText(call.resultTxt);
+        } else if (!ZkPluginSpecificVersionFuncs7(call.switches, call.resultTxt)) {
+          err = kErrRefused;  // a switch this function does not know
+        }
+      },
+      kMacRoman);
 }

@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "frame/handler_frame.h"
 #include "frame/handlers.h"
 #include "icons/icons.h"
 #include "toolkit/picture.h"
@@ -16,9 +17,6 @@
 #include "util/hosttext.h"
 
 namespace {
-
-// The switches buffer of every function: 999 bytes of text and the terminator.
-constexpr fmx::uint32 kSwitchesSize = 1000;
 
 fmx::int32 StreamIndex(const fmx::BinaryData& data, char a, char b, char c, char d) {
   fmx::QuadCharUniquePtr type(a, b, c, d);
@@ -139,38 +137,17 @@ std::int16_t Zk7GetIconFromContainer(bool set, const fmx::DataVect& args) {
 }
 
 MOSA_HANDLER(ZkMosa7_DoIconControl) {
-  (void)funcId;
-  (void)env;
-  fmx::int32 err = 0;
-  try {
-    if (args.Size() < 2) {
-      err = kErrParam;
-    } else {
-      fmx::uint32 index = 0;
-      char switches[kSwitchesSize] = {};
-      XP7_GetNextCStringFromVect(args, switches, sizeof switches, &index, 4);
-      if (XP_HasSwitch(switches, "-SetCustomIcon"))
-        err = Zk7GetIconFromContainer(true, args);
-      else if (XP_HasSwitch(switches, "-ForgetCustomIcon"))
-        err = Zk7GetIconFromContainer(false, args);
-      else
-        err = kErrParam;
-    }
-  } catch (const std::bad_alloc&) {
-    err = kErrMemory;
-  } catch (const std::exception&) {
-    err = kErrParam;
-  }
-  try {
-    // The answer takes the locale of the switches argument.
-    fmx::TextAutoPtr answer;
-    XP7_OSErrLToTxt(err, answer);
-    if (args.Size() > 0)
-      result.SetAsText(*answer, args.At(0).GetLocale());
-    else
-      XP7_OSErrLToData(err, result);
-  } catch (const std::exception&) {
-    // The result cannot be set; the host sees an empty value.
-  }
-  return 0;
+  (void)funcId, (void)env;
+  return Zk7HandlerFrame(
+      args, result, 2,
+      [](Zk7Call& call, fmx::int32& err) {
+        if (err != kErrNone) return;
+        if (XP_HasSwitch(call.switches, "-SetCustomIcon"))
+          err = Zk7GetIconFromContainer(true, call.args);
+        else if (XP_HasSwitch(call.switches, "-ForgetCustomIcon"))
+          err = Zk7GetIconFromContainer(false, call.args);
+        else
+          err = kErrParam;
+      },
+      fmx::Text::kEncoding_ASCII_Mac);
 }

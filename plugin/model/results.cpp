@@ -12,19 +12,6 @@ bool IsButton(std::int16_t number) {
 
 }  // namespace
 
-void Zk7MakeButtonResult(const ParSwitches7Tag& sw, std::int16_t* buttonNumber,
-                         const char buttonTexts[kMosaButtons][kMosaRowUnits], char* result,
-                         std::int32_t resultSize) {
-  if (*buttonNumber == kItemEscape) *buttonNumber = 0;
-  if (sw.returnButtonText && IsButton(*buttonNumber)) {
-    XP_CToCStrConcat(buttonTexts[*buttonNumber - 1], result, resultSize - 1);
-    return;
-  }
-  char number[24];
-  XP_NumToCString(*buttonNumber, number);
-  XP_CToCStrConcat(number, result, resultSize - 1);
-}
-
 void Zk7MakeButtonResultUNI(const ParSwitches7Tag& sw, std::int16_t* buttonNumber,
                             const UniChar buttonTexts[kMosaButtons][kMosaRowUnits],
                             fmx::TextAutoPtr& result) {
@@ -34,17 +21,6 @@ void Zk7MakeButtonResultUNI(const ParSwitches7Tag& sw, std::int16_t* buttonNumbe
     return;
   }
   XP7_longToTxt(*buttonNumber, result);
-}
-
-void Zk7MakeListResult(const ParSwitches7Tag& sw, std::int32_t itemNumber, const char* itemText,
-                       char* result, std::int32_t resultSize) {
-  if (sw.returnListText) {
-    XP_CToCStrConcat(itemText, result, resultSize - 1);
-    return;
-  }
-  char number[24];
-  XP_NumToCString(itemNumber, number);
-  XP_CToCStrConcat(number, result, resultSize - 1);
 }
 
 void Zk7MakeListResultUNI(const ParSwitches7Tag& sw, std::int32_t itemNumber,

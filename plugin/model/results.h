@@ -11,18 +11,12 @@ constexpr std::int16_t kItemListDoubleClick = 4242;
 constexpr std::int16_t kItemReturnKey = 4243;
 constexpr int kMosaButtons = 4;
 
-// Appends the button part to `result` (a buffer of resultSize bytes). ESC becomes button 0, also
-// in the caller's variable.
-void Zk7MakeButtonResult(const ParSwitches7Tag& sw, std::int16_t* buttonNumber,
-                         const char buttonTexts[kMosaButtons][kMosaRowUnits], char* result,
-                         std::int32_t resultSize);
-// Replaces the content of `result` by the button part.
+// Replaces the content of `result` by the button part. ESC becomes button 0, also in the caller's
+// variable.
 void Zk7MakeButtonResultUNI(const ParSwitches7Tag& sw, std::int16_t* buttonNumber,
                             const UniChar buttonTexts[kMosaButtons][kMosaRowUnits],
                             fmx::TextAutoPtr& result);
-// Both append the list part: the item's number, or its text with "-ReturnListText".
-void Zk7MakeListResult(const ParSwitches7Tag& sw, std::int32_t itemNumber, const char* itemText,
-                       char* result, std::int32_t resultSize);
+// Appends the list part: the item's number, or its text with "-ReturnListText".
 void Zk7MakeListResultUNI(const ParSwitches7Tag& sw, std::int32_t itemNumber,
                           const UniChar* itemText, fmx::TextAutoPtr& result);
 const char* Zk7GetSeparator();

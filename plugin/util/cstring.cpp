@@ -50,12 +50,6 @@ int XP_MemcmpU(const unsigned char* a, const unsigned char* b, std::int32_t coun
   return 0;
 }
 
-bool XP_EqualCString(const char* a, const char* b, unsigned char caseSensitive) {
-  if (!a || !b) return false;
-  std::int32_t n = XP_Strlen(a);
-  return n == XP_Strlen(b) && XP_Memcmp(a, b, n, caseSensitive) == 0;
-}
-
 std::int32_t XP_Position(const char* text, std::int32_t textLen, const char* pattern,
                          std::int32_t patternLen, std::int32_t start, std::int32_t occurrence,
                          unsigned char caseSensitive) {
@@ -121,83 +115,6 @@ long XP_CStringToNum(const char* s, long* out) {
   return value;
 }
 
-void XP_CToCStrCopy(const char* src, char* dst, std::int32_t maxLen) {
-  if (!dst) return;
-  std::int32_t n = 0;
-  while (src && n < maxLen && src[n] != '\0') {
-    dst[n] = src[n];
-    ++n;
-  }
-  dst[n] = '\0';
-}
-
-void XP_CToCStrConcat(const char* src, char* dst, std::int32_t maxLen) {
-  if (!dst) return;
-  std::int32_t n = XP_Strlen(dst);
-  if (n >= maxLen) return;
-  XP_CToCStrCopy(src, dst + n, maxLen - n);
-}
-
 void XP_NumToCString(long value, char* dst) {
   if (dst) std::snprintf(dst, 24, "%ld", value);
-}
-
-void XP_ReplaceChars(char* s, char from, char to) {
-  for (; s && *s; ++s) {
-    if (*s == from) *s = to;
-  }
-}
-
-char XP_tolower(char c) {
-  return static_cast<char>(fold(static_cast<unsigned char>(c)));
-}
-
-void XP_BlockMoveData(const void* src, void* dst, std::int32_t count) {
-  if (src && dst && count > 0) std::memmove(dst, src, static_cast<std::size_t>(count));
-}
-
-void XP_PStrCopy(const unsigned char* src, unsigned char* dst) {
-  if (!src || !dst) return;
-  std::memmove(dst, src, static_cast<std::size_t>(src[0]) + 1);
-}
-
-void XP_PStrConcat(const unsigned char* src, unsigned char* dst) {
-  if (!src || !dst) return;
-  std::size_t room = 255u - dst[0];
-  std::size_t n = src[0] < room ? src[0] : room;
-  std::memmove(dst + 1 + dst[0], src + 1, n);
-  dst[0] = static_cast<unsigned char>(dst[0] + n);
-}
-
-void XP_PToCStr(unsigned char* s) {
-  if (!s) return;
-  std::size_t n = s[0];
-  std::memmove(s, s + 1, n);
-  s[n] = '\0';
-}
-
-void XP_PToCStrCopy(const unsigned char* src, char* dst) {
-  if (!dst) return;
-  if (!src) {
-    dst[0] = '\0';
-    return;
-  }
-  std::memmove(dst, src + 1, src[0]);
-  dst[src[0]] = '\0';
-}
-
-void XP_CToPStr(char* s) {
-  if (!s) return;
-  std::size_t n = std::strlen(s);
-  if (n > 255) n = 255;
-  std::memmove(s + 1, s, n);
-  s[0] = static_cast<char>(n);
-}
-
-void XP_CToPStrCopy(const char* src, unsigned char* dst) {
-  if (!dst) return;
-  std::size_t n = src ? std::strlen(src) : 0;
-  if (n > 255) n = 255;
-  if (n) std::memmove(dst + 1, src, n);
-  dst[0] = static_cast<unsigned char>(n);
 }

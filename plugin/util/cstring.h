@@ -1,4 +1,5 @@
 // Byte-string helpers for the 8-bit switches text: loose, case-insensitive (A to Z only) matching.
+// Only what the plug-in calls is here; a helper joins when a dialog first needs it.
 #pragma once
 
 #include <cstdint>
@@ -7,7 +8,6 @@ std::int32_t XP_Strlen(const char* s);
 int XP_Memcmp(const char* a, const char* b, std::int32_t count, unsigned char caseSensitive);
 int XP_MemcmpU(const unsigned char* a, const unsigned char* b, std::int32_t count,
                unsigned char caseSensitive);
-bool XP_EqualCString(const char* a, const char* b, unsigned char caseSensitive);
 // n-th occurrence at or after start, hits may overlap; -1 when none.
 std::int32_t XP_Position(const char* text, std::int32_t textLen, const char* pattern,
                          std::int32_t patternLen, std::int32_t start, std::int32_t occurrence,
@@ -19,19 +19,4 @@ std::int32_t XP_GetTaggedStr(const char* text, std::int32_t textLen, const char*
                              std::int32_t occurrence, unsigned char caseSensitive, char* out,
                              std::int32_t outSize);
 long XP_CStringToNum(const char* s, long* out);
-void XP_CToCStrCopy(const char* src, char* dst, std::int32_t maxLen);
-void XP_CToCStrConcat(const char* src, char* dst, std::int32_t maxLen);
 void XP_NumToCString(long value, char* dst);
-void XP_ReplaceChars(char* s, char from, char to);
-char XP_tolower(char c);
-void XP_BlockMoveData(const void* src, void* dst, std::int32_t count);
-
-// Pascal strings: a length byte, then up to 255 characters.
-void XP_PStrCopy(const unsigned char* src, unsigned char* dst);
-void XP_PStrConcat(const unsigned char* src, unsigned char* dst);
-// In place: the length byte is dropped and a terminator added.
-void XP_PToCStr(unsigned char* s);
-void XP_PToCStrCopy(const unsigned char* src, char* dst);
-// In place: at most 255 characters are kept.
-void XP_CToPStr(char* s);
-void XP_CToPStrCopy(const char* src, unsigned char* dst);

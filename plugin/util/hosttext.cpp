@@ -88,27 +88,10 @@ void XP7_AppendUniStrToTxt(const UniChar* s, fmx::TextAutoPtr& out) {
   out->AppendText(*scratch, 0, fmx::kSize_End);
 }
 
-void XP7_AppendTxtToTxt(const fmx::TextAutoPtr& src, fmx::TextAutoPtr& dst) {
-  dst->AppendText(*src, 0, fmx::kSize_End);
-}
-
 void XP7_TxtToTxt(const fmx::TextAutoPtr& src, fmx::TextAutoPtr& dst) {
   if (src.get() == dst.get()) return;
   dst->DeleteText(0, fmx::kSize_End);
   dst->AppendText(*src, 0, fmx::kSize_End);
-}
-
-void XP7_BlockToTxt(const char* block, fmx::uint32 length, fmx::TextAutoPtr& out, fmx::int32 enc,
-                    unsigned char append) {
-  // An empty block never clears the target.
-  if (length == 0 || !block) return;
-  if (!append) {
-    out->AssignWithLength(block, length, enc);
-    return;
-  }
-  fmx::TextAutoPtr scratch;
-  scratch->AssignWithLength(block, length, enc);
-  out->AppendText(*scratch, 0, fmx::kSize_End);
 }
 
 fmx::int32 XP7_Position(const fmx::TextAutoPtr& txt, const fmx::TextAutoPtr& pattern,
@@ -128,13 +111,6 @@ fmx::int32 XP7_Position(const fmx::TextAutoPtr& txt, const fmx::TextAutoPtr& pat
   }
 }
 
-bool XP7_HasSwitch(const fmx::TextAutoPtr& txt, const char* switchName) {
-  if (!switchName) return false;
-  fmx::TextAutoPtr name;
-  name->Assign(switchName, fmx::Text::kEncoding_ASCII_DOS);
-  return txt->FindIgnoringCase(*name, 0) != fmx::kNotFound;
-}
-
 void XP7_UniStrToUniStrCopy(const UniChar* src, UniChar* dst, fmx::uint32 maxLen) {
   if (!dst) return;
   fmx::uint32 n = 0;
@@ -143,22 +119,6 @@ void XP7_UniStrToUniStrCopy(const UniChar* src, UniChar* dst, fmx::uint32 maxLen
     ++n;
   }
   dst[n] = 0;
-}
-
-UniChar* XP7_UniStrToUniStrConcat(const UniChar* src, UniChar* dst, fmx::uint32 maxLen) {
-  if (!dst) return nullptr;
-  fmx::uint32 n = XP_StrlenUni(dst);
-  for (fmx::uint32 i = 0; src && n < maxLen && src[i] != 0; ++i) dst[n++] = src[i];
-  dst[n] = 0;
-  return dst + n;
-}
-
-void XP7_UniStrToCStrSimple(const UniChar* src, char* dst, fmx::uint32 maxLen) {
-  if (!dst) return;
-  fmx::uint32 n = 0;
-  for (; src && n < maxLen && src[n] != 0; ++n)
-    dst[n] = src[n] <= 127 ? static_cast<char>(src[n]) : '*';
-  dst[n] = '\0';
 }
 
 fmx::uint32 XP7_CStrToUniStrSimple(const char* src, UniChar* dst, fmx::uint32 maxLen) {
@@ -170,20 +130,6 @@ fmx::uint32 XP7_CStrToUniStrSimple(const char* src, UniChar* dst, fmx::uint32 ma
   }
   dst[n] = 0;
   return 2 * n;
-}
-
-fmx::uint32 XP_StrlenUni(const UniChar* src) {
-  fmx::uint32 n = 0;
-  while (src && src[n] != 0) ++n;
-  return n;
-}
-
-void XP_CToCStrCopyUni(const UniChar* src, UniChar* dst) {
-  if (!src || !dst) return;
-  fmx::uint32 i = 0;
-  do {
-    dst[i] = src[i];
-  } while (src[i++] != 0);
 }
 
 fmx::int32 XP7_PositionUniUInt32(const UniChar* text, fmx::uint32 textLen, const UniChar* pattern,

@@ -27,23 +27,15 @@ void XP7_longToTxt(long value, fmx::TextAutoPtr& out);
 void XP7_CStrToTxt(const char* s, fmx::TextAutoPtr& out, fmx::int32 enc);
 void XP7_AppendCStrToTxt(const char* s, fmx::TextAutoPtr& out, fmx::int32 enc);
 void XP7_AppendUniStrToTxt(const UniChar* s, fmx::TextAutoPtr& out);
-void XP7_AppendTxtToTxt(const fmx::TextAutoPtr& src, fmx::TextAutoPtr& dst);
 void XP7_TxtToTxt(const fmx::TextAutoPtr& src, fmx::TextAutoPtr& dst);
-void XP7_BlockToTxt(const char* block, fmx::uint32 length, fmx::TextAutoPtr& out, fmx::int32 enc,
-                    unsigned char append);
 
 // Searching (non-overlapping hits; -1 when not found).
 fmx::int32 XP7_Position(const fmx::TextAutoPtr& txt, const fmx::TextAutoPtr& pattern,
                         fmx::uint32 start, fmx::uint32 occurrence, unsigned char caseSensitive);
-bool XP7_HasSwitch(const fmx::TextAutoPtr& txt, const char* switchName);
 
 // UTF-16 buffer helpers (no host calls).
 void XP7_UniStrToUniStrCopy(const UniChar* src, UniChar* dst, fmx::uint32 maxLen);
-UniChar* XP7_UniStrToUniStrConcat(const UniChar* src, UniChar* dst, fmx::uint32 maxLen);
-void XP7_UniStrToCStrSimple(const UniChar* src, char* dst, fmx::uint32 maxLen);
 fmx::uint32 XP7_CStrToUniStrSimple(const char* src, UniChar* dst, fmx::uint32 maxLen);
-fmx::uint32 XP_StrlenUni(const UniChar* src);
-void XP_CToCStrCopyUni(const UniChar* src, UniChar* dst);
 // UTF-16 n-th occurrence search (overlapping, like XP_Position) and comparison.
 fmx::int32 XP7_PositionUniUInt32(const UniChar* text, fmx::uint32 textLen, const UniChar* pattern,
                                  fmx::uint32 patternLen, fmx::uint32 start, fmx::uint32 occurrence);

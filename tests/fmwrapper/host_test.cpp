@@ -104,39 +104,4 @@ TEST(Faults, TheKthCallFailsAndDoesNothingElse) {
   EXPECT_EQ(t->GetSize(), 5u);
 }
 
-TEST(Faults, EveryCallOfAScenarioCanFailWithoutLeaking) {
-  // Walks a small argument-reading scenario and fails each of its calls in turn.
-  auto scenario = [] {
-    fmx::DataVectUniquePtr args;
-    fmx::LocaleUniquePtr locale;
-    fmx::DataUniquePtr d;
-    d->SetAsText(*utf8("12 x"), *locale);
-    args->PushBack(*d);
-    fmx::FixPtUniquePtr n(0, 16);
-    n->AssignFixPt(args->AtAsNumber(0));
-    fmx::TextUniquePtr out;
-    out->SetText(args->AtAsText(0));
-    char buf[8];
-    out->GetBytes(buf, sizeof buf, 0, fmx::kSize_End, fmx::Text::kEncoding_ASCII_Mac);
-    return n->AsLong();
-  };
-  const std::int64_t live = fmwrapper::liveObjects();
-  const std::uint64_t start = fmwrapper::callCount();
-  EXPECT_EQ(scenario(), 12);
-  const std::uint64_t calls = fmwrapper::callCount() - start;
-  EXPECT_GT(calls, 10u);
-  int failures = 0;
-  for (std::uint64_t k = 1; k <= calls; ++k) {
-    fmwrapper::injectFault(k, k % 2 ? 1 : 2);
-    try {
-      scenario();
-    } catch (const std::exception&) {
-      ++failures;
-    }
-    fmwrapper::injectFault(0, 0);
-    EXPECT_EQ(fmwrapper::liveObjects(), live) << "fault at call " << k;
-  }
-  EXPECT_GT(failures, 0);
-}
-
 }  // namespace

@@ -151,12 +151,6 @@ TEST(Text, FindIgnoringCaseAcrossChunks) {
   EXPECT_EQ(t->FindIgnoringCase(*utf8("XSTRASSEX"), 0), fmx::kNotFound);
 }
 
-TEST(Text, Utf8Helpers) {
-  EXPECT_EQ(utf8ToUtf16("\xE2\x82\xAC"), u"\u20AC");
-  EXPECT_EQ(utf16ToUtf8(u"\u20AC"), "\xE2\x82\xAC");
-  EXPECT_EQ(utf8ToUtf16("a\xFF"), u"a\uFFFD");
-}
-
 }  // namespace
 
 namespace {
@@ -186,6 +180,21 @@ TEST(Text, SingleByteEncodingsRoundTripEveryByte) {
     t->GetBytes(back.data(), static_cast<fmx::uint32>(back.size()), 0, fmx::kSize_End, c.encoding);
     EXPECT_EQ(std::string(back.c_str()), all);
   }
+}
+
+TEST(Text, UnknownEncodingsAreRefusedAndNullReadsAsEmpty) {
+  fmx::TextUniquePtr t;
+  t->Assign("kept", fmx::Text::kEncoding_UTF8);
+  EXPECT_THROW(t->Assign("x", 8), std::exception);
+  EXPECT_THROW(t->Assign("x", -1), std::exception);
+  EXPECT_EQ(t->GetSize(), 4u);
+  char buf[8] = "zzzzzzz";
+  EXPECT_THROW(t->GetBytes(buf, sizeof buf, 0, fmx::kSize_End, 99), std::exception);
+  // Null pointers read as empty.
+  t->Assign(nullptr, fmx::Text::kEncoding_UTF8);
+  EXPECT_EQ(t->GetSize(), 0u);
+  t->AssignUnicode(nullptr);
+  EXPECT_EQ(t->GetSize(), 0u);
 }
 
 }  // namespace

@@ -188,32 +188,4 @@ TEST(Data, ContainerStreams) {
   EXPECT_EQ(bin->GetCount(), 0);
 }
 
-TEST(DataVect, ArgumentsInOrderAndOutOfRange) {
-  fmx::DataVectUniquePtr args;
-  fmx::LocaleUniquePtr locale;
-  fmx::DataUniquePtr d;
-  d->SetAsText(*utf8("-Stop"), *locale);
-  args->PushBack(*d);
-  d->SetAsNumber(*fmx::FixPtUniquePtr(12));
-  args->PushBack(*d);
-  EXPECT_EQ(args->Size(), 2u);
-  EXPECT_EQ(str(args->AtAsText(0)), "-Stop");
-  EXPECT_EQ(args->AtAsNumber(1).AsLong(), 12);
-  EXPECT_TRUE(args->AtAsBoolean(1));
-  EXPECT_EQ(str(args->AtAsText(1)), "12");
-  EXPECT_THROW(args->AtAsText(2), std::exception);
-  EXPECT_THROW(args->At(5), std::exception);
-
-  const std::int64_t live = fmwrapper::liveObjects();
-  {
-    fmx::OwnedPtr<fmx::Data> last(args->PopBack());
-    EXPECT_EQ(fmwrapper::liveObjects(), live + 1);
-    EXPECT_EQ(last->GetAsNumber().AsLong(), 12);
-  }
-  EXPECT_EQ(fmwrapper::liveObjects(), live);
-  args->Clear();
-  EXPECT_TRUE(args->IsEmpty());
-  EXPECT_EQ(args->PopBack(), nullptr);
-}
-
 }  // namespace

@@ -1,6 +1,6 @@
-// Host calls that fail: each FM_* call of a helper, of start-up and of a function call is made to
-// fail in turn. Helpers raise std::bad_alloc for "out of memory" and std::exception for any other
-// failure and leave no scratch object behind; nothing escapes the entry point or the dispatcher.
+// Host calls that fail: each FM_* call of start-up, shut-down and of a function call is made to
+// fail in turn. Nothing escapes the entry point or the dispatcher, and no host object is left
+// behind.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "frame/frame.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "util/errors.h"
 #include "util/hosttext.h"
 
@@ -41,75 +41,6 @@ std::uint64_t CallsOf(const std::function<void()>& run) {
   const std::uint64_t before = fmwrapper::callCount();
   run();
   return fmwrapper::callCount() - before;
-}
-
-fmx::TextAutoPtr Text(const char* utf8) {
-  fmx::TextAutoPtr t;
-  t->Assign(utf8, fmx::Text::kEncoding_UTF8);
-  return t;
-}
-
-TEST(HostFaults, HelpersRaiseTheRightExceptionAndReleaseTheirScratch) {
-  // Everything the helpers read or write exists before the faults begin.
-  fmx::DataVectUniquePtr args;
-  fmx::LocaleUniquePtr locale;
-  for (const char* value : {"-popup2 -NoSelection", "12.75"}) {
-    fmx::DataUniquePtr d;
-    d->SetAsText(*Text(value), *locale);
-    args->PushBack(*d);
-  }
-  fmx::TextAutoPtr out = Text("start");
-  fmx::TextAutoPtr haystack = Text("x-NoSelection y");
-  fmx::DataUniquePtr result;
-  const UniChar uni[] = {u'\u00E9', u'!', 0};
-  char buf[64];
-
-  const std::vector<std::pair<const char*, std::function<void()>>> helpers = {
-      {"XP7_GetNextTxtFromVect",
-       [&] {
-         fmx::uint32 index = 0;
-         XP7_GetNextTxtFromVect(*args, out, &index);
-       }},
-      {"XP7_GetNextCStringFromVect",
-       [&] {
-         fmx::uint32 index = 0;
-         XP7_GetNextCStringFromVect(*args, buf, sizeof buf, &index, fmx::Text::kEncoding_Native);
-       }},
-      {"XP7_GetNextlongFromVect",
-       [&] {
-         fmx::uint32 index = 1;
-         XP7_GetNextlongFromVect(*args, &index);
-       }},
-      {"XP7_AppendCStrToTxt", [&] { XP7_AppendCStrToTxt("|abc", out, 4); }},
-      {"XP7_AppendUniStrToTxt", [&] { XP7_AppendUniStrToTxt(uni, out); }},
-      {"XP7_BlockToTxt", [&] { XP7_BlockToTxt("block", 5, out, 4, 1); }},
-      {"XP7_HasSwitch", [&] { XP7_HasSwitch(haystack, "-noselection"); }},
-      {"XP7_Position", [&] { XP7_Position(haystack, Text("o"), 0, 2, 0); }},
-      {"XP7_TxtToCStr", [&] { XP7_TxtToCStr(haystack, 0, fmx::kSize_End, sizeof buf, buf, 4); }},
-      {"XP7_longToTxt", [&] { XP7_longToTxt(-42, out); }},
-      {"XP7_OSErrLToData", [&] { XP7_OSErrLToData(-50, *result); }},
-  };
-  for (const auto& [name, helper] : helpers) {
-    const std::int64_t live = fmwrapper::liveObjects();
-    const std::uint64_t calls = CallsOf(helper);
-    ASSERT_GT(calls, 0u) << name;
-    ASSERT_EQ(fmwrapper::liveObjects(), live) << name;
-    int raised = 0;
-    for (std::uint64_t k = 1; k <= calls; ++k) {
-      for (int code : {1, 2}) {
-        const Outcome outcome = RunWithFault(helper, k, code);
-        if (outcome != Outcome::Returned) {
-          ++raised;
-          EXPECT_EQ(outcome, code == 1 ? Outcome::OutOfMemory : Outcome::OtherFailure)
-              << name << ": fault " << code << " at call " << k;
-        }
-        ASSERT_EQ(fmwrapper::liveObjects(), live) << name << ": fault at call " << k;
-      }
-    }
-    EXPECT_GT(raised, 0) << name;
-    // After the faults the helper works again.
-    EXPECT_EQ(RunWithFault(helper, 0, 0), Outcome::Returned) << name;
-  }
 }
 
 class EntryFaults : public ::testing::Test {

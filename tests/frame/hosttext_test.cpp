@@ -3,7 +3,7 @@
 
 #include <climits>
 
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "util/errors.h"
 #include "util/hosttext.h"
 
@@ -68,20 +68,10 @@ TEST(HostText, ConversionsAndTheirLimits) {
   XP7_TxtToCStr(t, 2, 1, sizeof c, c, fmx::Text::kEncoding_ASCII_Mac);
   EXPECT_STREQ(c, "c");
 
-  fmx::TextAutoPtr out = text("keep");
-  XP7_BlockToTxt("xyz", 0, out, fmx::Text::kEncoding_ASCII_Mac, 0);
-  EXPECT_EQ(str(out), "keep") << "an empty block never clears";
-  XP7_BlockToTxt("xyz", 2, out, fmx::Text::kEncoding_ASCII_Mac, 1);
-  EXPECT_EQ(str(out), "keepxy");
-  XP7_BlockToTxt("xyz", 3, out, fmx::Text::kEncoding_ASCII_Mac, 0);
-  EXPECT_EQ(str(out), "xyz");
-
+  fmx::TextAutoPtr out = text("xyz");
   XP7_AppendCStrToTxt("|", out, fmx::Text::kEncoding_ASCII_Mac);
   XP7_AppendUniStrToTxt(reinterpret_cast<const UniChar*>(u"\u00E9"), out);
-  XP7_AppendTxtToTxt(t, out);
-  EXPECT_EQ(str(out),
-            "xyz|\xC3\xA9"
-            "abcd");
+  EXPECT_EQ(str(out), "xyz|\xC3\xA9");
   XP7_TxtToTxt(t, out);
   EXPECT_EQ(str(out), "abcd");
   XP7_TxtToTxt(out, out);
@@ -93,7 +83,7 @@ TEST(HostText, ConversionsAndTheirLimits) {
   EXPECT_EQ(XP7_TxtToU16String(*out), u"\u00E9");
 }
 
-TEST(HostText, SearchIsNonOverlappingAndSwitchesIgnoreCase) {
+TEST(HostText, SearchIsNonOverlapping) {
   struct Case {
     const char* text;
     const char* pattern;
@@ -110,25 +100,5 @@ TEST(HostText, SearchIsNonOverlappingAndSwitchesIgnoreCase) {
     EXPECT_EQ(XP7_Position(text(c.text), text(c.pattern), c.start, c.occurrence, c.caseSensitive),
               c.expected)
         << c.text << " / " << c.pattern;
-  }
-  EXPECT_TRUE(XP7_HasSwitch(text("x-NoSelection"), "-noselection"));
-  EXPECT_TRUE(XP7_HasSwitch(text("-popup12"), "-popup1"));
-  EXPECT_FALSE(XP7_HasSwitch(text("-pop"), "-popup"));
-}
-
-TEST(HostText, ErrorsAsResults) {
-  struct Case {
-    long err;
-    const char* text;
-  };
-  for (const Case& c : {Case{0, "0"}, Case{-50, "$$-50"}, Case{-4246, "$$-4246"},
-                        Case{-2147483648L, "$$-2147483648"}, Case{7, "$$7"}}) {
-    fmx::TextAutoPtr out = text("old");
-    XP7_OSErrLToTxt(c.err, out);
-    EXPECT_EQ(str(out), c.text);
-    fmx::DataUniquePtr result;
-    XP7_OSErrLToData(c.err, *result);
-    EXPECT_EQ(toUtf8(result->GetAsText()), c.text);
-    EXPECT_EQ(result->GetNativeType(), fmx::Data::kDTText);
   }
 }

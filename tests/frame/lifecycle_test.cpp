@@ -4,7 +4,7 @@
 #include <cstdlib>
 
 #include "frame/frame.h"
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 #include "toolkit/platform.h"
 
 using namespace mosa_test;
@@ -49,85 +49,6 @@ std::vector<fmx::int16> registeredIds() {
 
 }  // namespace
 
-TEST_F(Lifecycle, AcceptsExtensionVersions50To255Only) {
-  for (fmx::int16 v : {49, 256, -1, 0, 32767}) {
-    EXPECT_EQ(init(v), -1) << v;
-    EXPECT_TRUE(fmwrapper::registrations().empty()) << v;
-  }
-  for (fmx::int16 v : {50, 255}) {
-    EXPECT_EQ(init(v), 51) << v;
-    EXPECT_EQ(fmwrapper::registrations().size(), 20u) << v;
-    EXPECT_EQ(gAppVersion, v);
-    shutdown();
-    EXPECT_TRUE(fmwrapper::registrations().empty());
-  }
-  EXPECT_TRUE(gAlerts.empty());
-}
-
-TEST_F(Lifecycle, RegistersTwentyEntriesWithNamesPrototypesCountsAndFlags) {
-  ASSERT_EQ(init(60), 51);
-  const auto regs = fmwrapper::registrations();
-  ASSERT_EQ(regs.size(), 20u);
-  struct Expected {
-    fmx::int16 id;
-    const char* name;
-    fmx::int16 min, max;
-  };
-  const Expected expected[] = {
-      {4300, "Mosa_BigInputDialog", 2, 7}, {4301, "Mosa_DelayTicks", 2, 2},
-      {4302, "Mosa_Dialog", 2, 6},         {4303, "Mosa_FlashDialog", 3, 3},
-      {4304, "Mosa_GetButton", 1, 1},      {4305, "Mosa_GetInput", 1, 1},
-      {4306, "Mosa_GetPopup", 1, 1},       {4307, "Mosa_IconControl", 2, 2},
-      {4308, "Mosa_InputDialog", 4, 7},    {4309, "Mosa_ListDialog", 3, 7},
-      {4310, "Mosa_ProgressBar", 2, 4},    {4311, "Mosa_SetDialogTitle", 2, 2},
-      {4312, "Mosa_SetInput", 1, 10},      {4313, "Mosa_SetLabels", 2, 10},
-      {4314, "Mosa_SetListInput", 2, 2},   {4315, "Mosa_SetPopup", 2, 2},
-      {4316, "Mosa_SetPosition", 1, 3},    {4317, "Mosa_SetPreference", 2, 2},
-      {0, "Mosa_Version", 0, 0},           {1, "Mosa_Version", 1, 1}};
-  for (std::size_t i = 0; i < 20; ++i) {
-    SCOPED_TRACE(expected[i].name);
-    EXPECT_EQ(regs[i].pluginId, "Z7mo");
-    EXPECT_EQ(regs[i].functionId, expected[i].id);
-    EXPECT_EQ(toUtf8(regs[i].name), expected[i].name);
-    EXPECT_EQ(regs[i].minArgs, expected[i].min);
-    EXPECT_EQ(regs[i].maxArgs, expected[i].max);
-    EXPECT_EQ(regs[i].flags, i < 18 ? 0xE900u : 0xFF01u);
-    EXPECT_NE(regs[i].function, nullptr);
-    const std::string prototype = toUtf8(regs[i].prototype);
-    EXPECT_EQ(prototype.rfind(expected[i].name, 0), 0u) << prototype;
-  }
-  EXPECT_EQ(toUtf8(regs[2].prototype),
-            "Mosa_Dialog(switches ; message { ; button1 ; button2 ; button3 ; button4 })");
-  EXPECT_EQ(toUtf8(regs[18].prototype), "Mosa_Version");
-}
-
-TEST_F(Lifecycle, FailingPlatformChecksShowTheirAlertAndKeepThePluginDisabled) {
-  using toolkit::platform::Service;
-  struct Case {
-    Service service;
-    std::int16_t alert;
-    long number;
-    const char* words;
-  };
-  for (const Case& c : {Case{Service::Toolkit, 1251, 0, "newer system library"},
-                        Case{Service::ToolkitVersion, 1251, 0, "newer system library"},
-                        Case{Service::JpegDecoder, 24213, -2020, "(error -2020)"}}) {
-    gAlerts.clear();
-    toolkit::platform::setServiceDisabled(c.service, true);
-    EXPECT_EQ(callEntry(kFMXT_Init, buildBundle(), 60, 0, 0, 0, 0, 7),
-              static_cast<fmx::ptrtype>(static_cast<std::intptr_t>(-2)));
-    toolkit::platform::setServiceDisabled(c.service, false);
-    EXPECT_TRUE(fmwrapper::registrations().empty());
-    ASSERT_EQ(gAlerts.size(), 1u);
-    EXPECT_EQ(gAlerts[0].id, c.alert);
-    EXPECT_EQ(gAlerts[0].number, c.number);
-    EXPECT_NE(gAlerts[0].text.find(c.words), std::string::npos) << gAlerts[0].text;
-    EXPECT_EQ(gAlerts[0].resFile, 7)
-        << "the alert is shown with the plug-in's resource file current";
-  }
-  EXPECT_EQ(init(60), 51);
-}
-
 TEST_F(Lifecycle, EveryCallRestoresTheCurrentResourceFile) {
   XP_UseResFile(3);
   for (fmx::uchar selector : {0, 1, 4, 5, 7, 8, 9, 200}) {
@@ -164,19 +85,6 @@ TEST_F(Lifecycle, DispatcherRoutesVersionIdsAndIgnoresUnknownIds) {
   fmx::DataUniquePtr result;
   EXPECT_EQ(regs[18].function(0, *env, *args, *result), 0);
   EXPECT_EQ(toUtf8(result->GetAsText()), "Zelk Mosa Plug-In 4.5.2");
-}
-
-TEST_F(Lifecycle, InitAndShutdownLeaveNoHostObjectsBehind) {
-  ASSERT_EQ(init(60), 51);
-  shutdown();
-  const auto baseline = fmwrapper::liveObjects();
-  for (int round = 0; round < 3; ++round) {
-    ASSERT_EQ(init(60), 51);
-    callEntry(kFMXT_Idle, buildBundle(), 60, 0);
-    callEntry(kFMXT_Idle, buildBundle(), 60, 4);
-    shutdown();
-  }
-  EXPECT_EQ(fmwrapper::liveObjects(), baseline);
 }
 
 TEST_F(Lifecycle, BundleWithAMissingKeyStopsRegistrationThere) {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "host_fixture.h"
+#include "plugin_fixture.h"
 
 using namespace mosa_test;
 

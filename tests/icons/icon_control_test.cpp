@@ -7,9 +7,9 @@
 
 #include "fmwrapper/host_api.h"
 #include "frame/handlers.h"
-#include "host_fixture.h"
 #include "icons/icons.h"
 #include "picture_writer.h"
+#include "plugin_fixture.h"
 #include "toolkit/platform.h"
 
 using namespace pictwriter;

@@ -4,12 +4,12 @@
 #include <cstring>
 #include <string>
 
-#include "calls.h"
 #include "model/history.h"
 #include "model/results.h"
 #include "model/state.h"
+#include "plugin_fixture.h"
 
-using namespace modeltest;
+using namespace mosa_test;
 
 namespace {
 
@@ -21,8 +21,7 @@ class ResultsTest : public ::testing::Test {
     Zk7ParseSwitches("-ReturnButtonText -ReturnListText", kDlgKindInput, &texts);
     const char* titles[kMosaButtons] = {"OK", "Cancel", "", "Später"};
     for (int b = 0; b < kMosaButtons; ++b) {
-      std::strcpy(cTitles[b], titles[b]);
-      const std::u16string u = U16(titles[b]);
+      const std::u16string u = toU16(titles[b]);
       std::memcpy(uTitles[b], u.c_str(), (u.size() + 1) * sizeof(UniChar));
     }
   }
@@ -30,68 +29,38 @@ class ResultsTest : public ::testing::Test {
 
   ParSwitches7Tag plain{};
   ParSwitches7Tag texts{};
-  char cTitles[kMosaButtons][kMosaRowUnits] = {};
   UniChar uTitles[kMosaButtons][kMosaRowUnits] = {};
 };
-
-TEST_F(ResultsTest, ButtonPartInCStringsAppends) {
-  char result[64] = "";
-  std::int16_t button = 2;
-  Zk7MakeButtonResult(plain, &button, cTitles, result, sizeof result);
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel");
-  button = 3;  // a button without a title gives an empty part
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel");
-  button = kItemEscape;
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_EQ(button, 0);  // the caller's variable too
-  EXPECT_STREQ(result, "2Cancel0");
-  button = 7;
-  Zk7MakeButtonResult(texts, &button, cTitles, result, sizeof result);
-  EXPECT_STREQ(result, "2Cancel07");
-  // The buffer's size is respected.
-  char small[5] = "abc";
-  button = 1;
-  Zk7MakeButtonResult(texts, &button, cTitles, small, sizeof small);
-  EXPECT_STREQ(small, "abcO");
-}
 
 TEST_F(ResultsTest, ButtonPartInUnicodeReplaces) {
   fmx::TextAutoPtr result;
   result->Assign("previous", fmx::Text::kEncoding_ASCII_Mac);
   std::int16_t button = 4;
   Zk7MakeButtonResultUNI(texts, &button, uTitles, result);
-  EXPECT_EQ(TextOf(*result), "Später");
+  EXPECT_EQ(toUtf8(*result), "Später");
   Zk7MakeButtonResultUNI(plain, &button, uTitles, result);
-  EXPECT_EQ(TextOf(*result), "4");
+  EXPECT_EQ(toUtf8(*result), "4");
   button = kItemEscape;
   Zk7MakeButtonResultUNI(texts, &button, uTitles, result);
   EXPECT_EQ(button, 0);
-  EXPECT_EQ(TextOf(*result), "0");
+  EXPECT_EQ(toUtf8(*result), "0");
   button = 3;
   Zk7MakeButtonResultUNI(texts, &button, uTitles, result);
-  EXPECT_EQ(TextOf(*result), "");
+  EXPECT_EQ(toUtf8(*result), "");
 }
 
 TEST_F(ResultsTest, ListPartAppendsNumberOrText) {
-  char result[64] = "1|";
-  Zk7MakeListResult(plain, 12, "Twelve", result, sizeof result);
-  EXPECT_STREQ(result, "1|12");
-  Zk7MakeListResult(texts, 12, "Twelve", result, sizeof result);
-  EXPECT_STREQ(result, "1|12Twelve");
-
   fmx::TextAutoPtr txt;
   txt->Assign("2", fmx::Text::kEncoding_ASCII_Mac);
   Zk7MakeListResultUNI(plain, 12, reinterpret_cast<const UniChar*>(u"Zwölf"), txt);
-  EXPECT_EQ(TextOf(*txt), "212");
+  EXPECT_EQ(toUtf8(*txt), "212");
   Zk7MakeListResultUNI(texts, 12, reinterpret_cast<const UniChar*>(u"Zwölf"), txt);
-  EXPECT_EQ(TextOf(*txt), "212Zwölf");
+  EXPECT_EQ(toUtf8(*txt), "212Zwölf");
   EXPECT_STREQ(Zk7GetSeparator(), "|");
 }
 
 TEST_F(ResultsTest, HistoryOverwritesRowsOneAndTwoAndClearsTheRest) {
-  Call(ZkMosa7_DoSetInput, {"", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
+  callHandler(ZkMosa7_DoSetInput, {"", "1", "2", "3", "4", "5", "6", "7", "8", "9"});
   gHistoryTxt()->Assign("old big text", fmx::Text::kEncoding_ASCII_Mac);
   gHistoryTxt_Stored = 1;
   // Mac OS Roman bytes: 0x8A is "ä".
@@ -102,14 +71,14 @@ TEST_F(ResultsTest, HistoryOverwritesRowsOneAndTwoAndClearsTheRest) {
   EXPECT_EQ(gHistoryTxt_Stored, 0);
   EXPECT_EQ(gHistoryTxt()->GetSize(), 0u);
   EXPECT_EQ(gLastButtonNumberClicked, 4);
-  EXPECT_EQ(Call(ZkMosa7_DoGetButton, {""}), "Nächste");
+  EXPECT_EQ(callHandler(ZkMosa7_DoGetButton, {""}), "Nächste");
   EXPECT_EQ(Row(gInputTextUNI[0]), u"first");
   EXPECT_EQ(Row(gInputTextUNI[1]), std::u16string(255, u'v'));
   for (int n = 2; n < kMosaEntries; ++n) EXPECT_EQ(Row(gInputTextUNI[n]), u"") << n;
 }
 
 TEST_F(ResultsTest, UnicodeHistoryAndCleanup) {
-  Call(ZkMosa7_DoSetInput, {"", "1", "2", "3"});
+  callHandler(ZkMosa7_DoSetInput, {"", "1", "2", "3"});
   gHistoryTxt()->Assign("big", fmx::Text::kEncoding_ASCII_Mac);
   gHistoryTxt_Stored = 1;
   const std::u16string value(300, u'\u00E9');
@@ -117,13 +86,13 @@ TEST_F(ResultsTest, UnicodeHistoryAndCleanup) {
                           reinterpret_cast<const UniChar*>(value.c_str()),
                           reinterpret_cast<const UniChar*>(u""));
   EXPECT_EQ(gHistoryTxt_Stored, 0);
-  EXPECT_EQ(Call(ZkMosa7_DoGetButton, {""}), "Ja ✓");
+  EXPECT_EQ(callHandler(ZkMosa7_DoGetButton, {""}), "Ja ✓");
   EXPECT_EQ(Row(gInputTextUNI[0]), std::u16string(255, u'\u00E9'));
-  EXPECT_EQ(Call(ZkMosa7_DoGetInput, {"-text3"}), "");
+  EXPECT_EQ(callHandler(ZkMosa7_DoGetInput, {"-text3"}), "");
   Zk7SaveDialogHistoryUNI(reinterpret_cast<const UniChar*>(u""), 2,
                           reinterpret_cast<const UniChar*>(u""),
                           reinterpret_cast<const UniChar*>(u""));
-  EXPECT_EQ(Call(ZkMosa7_DoGetButton, {""}), "2");
+  EXPECT_EQ(callHandler(ZkMosa7_DoGetButton, {""}), "2");
 
   gHistoryTxt()->Assign("big", fmx::Text::kEncoding_ASCII_Mac);
   gHistoryTxt_Stored = 1;

@@ -4,12 +4,12 @@
 #include <cstring>
 #include <string>
 
-#include "calls.h"
 #include "icons/icons.h"
 #include "model/switches.h"
+#include "plugin_fixture.h"
 #include "util/cstring.h"
 
-using namespace modeltest;
+using namespace mosa_test;
 
 namespace {
 
@@ -67,17 +67,6 @@ TEST_F(SwitchesTest, IconsFirstMatchWinsInTheFixedOrder) {
     gIconServicesAvailable = 0;
     EXPECT_EQ(Parse(c.switches).icon, c.classic) << c.switches;
   }
-}
-
-TEST_F(SwitchesTest, SwitchesMatchAsLooseCaseInsensitiveSubstrings) {
-  EXPECT_EQ(Parse("xx-returnbuttontextyy").returnButtonText, 1);
-  EXPECT_EQ(Parse("-ReturnListText").returnListText, 1);
-  EXPECT_EQ(Parse("-ReturnListText").returnButtonText, 0);
-  EXPECT_EQ(Parse("-keepbullettext").removeBulletText, 0);
-  EXPECT_EQ(Parse("-STOPONESC").ignoreEscape, 0);
-  EXPECT_EQ(Parse("-StopOnES").ignoreEscape, 1);
-  // Only A to Z fold: an accented capital does not match its small letter.
-  EXPECT_EQ(Parse("-R\xC9turnButtonText").returnButtonText, 0);
 }
 
 TEST_F(SwitchesTest, DefaultButtonTakesTheFirstInNumberOrder) {
@@ -186,25 +175,6 @@ TEST_F(SwitchesTest, DelayTimeDefaultsAndCaps) {
   EXPECT_EQ(Zk7ParseDelayTime("9000", 60, 600), 600u);
   EXPECT_EQ(Zk7ParseDelayTime("-5", 60, 600), 600u);  // negative counts as very large
   EXPECT_EQ(Zk7ParseDelayTime("0", 900, 600), 600u);
-}
-
-TEST_F(SwitchesTest, TaggedNumbersAndSwitchTests) {
-  std::int32_t n = -1;
-  EXPECT_TRUE(XP_GetTaggedLong("-Height=200-Width=300", "-Width", &n));
-  EXPECT_EQ(n, 300);
-  EXPECT_FALSE(XP_GetTaggedLong("-Width-Height=200", "-Width", &n));
-  EXPECT_EQ(n, 0);
-  EXPECT_FALSE(XP_GetTaggedLong("-Width=-5", "-Width", &n));
-  EXPECT_TRUE(XP_GetTaggedLong("-Width=1 -Width=2", "-width", &n));
-  EXPECT_EQ(n, 1);
-  EXPECT_TRUE(XP_GetTaggedLong("-Width 12a5", "-Width", &n));
-  EXPECT_EQ(n, 12);
-  EXPECT_TRUE(XP_GetTaggedLong("-Widthxx300", "-Width", &n));
-  EXPECT_EQ(n, 300);
-  EXPECT_TRUE(XP_HasSwitch("-NoSelection", "-noselection"));
-  EXPECT_FALSE(XP_HasSwitch("-No", "-noselection"));
-  EXPECT_FALSE(XP_HasSwitch("", "-a"));
-  EXPECT_EQ(XP_Position("aaaa", 4, "aa", 2, 0, 2, 1), 1);
 }
 
 }  // namespace

@@ -1,12 +1,18 @@
 // Drives the plug-in as the host does: call records for the entry point, argument vectors and
-// results for the functions, with the bundle of the build or one a test made.
+// results for the functions, with the bundle of the build or one a test made; and puts the dialog
+// state back between tests.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "fmwrapper/host_api.h"
 #include "fmx/FMWrapper.h"
+#include "frame/frame.h"
+#include "frame/handlers.h"
+#include "model/state.h"
 
 namespace mosa_test {
 
@@ -24,11 +30,21 @@ void shutdown(const std::string& bundle = buildBundle());
 std::u16string getString(int id, fmx::uint32 bufferUnits = 1024,
                          const std::string& bundle = buildBundle());
 
-// Calls a function through the dispatcher with text arguments and answers the result as UTF-8.
+// A text argument (UTF-8) or a number argument.
+using Arg = std::variant<std::string, std::int32_t>;
+
+// Calls a function through the dispatcher with text arguments, or one handler directly, and answers
+// the result as UTF-8.
 std::string callFunction(short funcId, const std::vector<std::string>& args);
+std::string callHandler(Zk7Handler handler, const std::vector<Arg>& args);
 
 std::string toUtf8(const fmx::Text& text);
 std::string toUtf8(const std::u16string& text);
+std::u16string toU16(const std::string& utf8);
+std::u16string Row(const UniChar* row);
+
+// Puts every field of the dialog state back to its start-up value.
+void ResetModelState();
 
 // A bundle folder in a fresh temporary directory with the given strings files
 // ("en.lproj/Mosa7.strings").

@@ -1,10 +1,13 @@
-#include "host_fixture.h"
+#include "plugin_fixture.h"
+
+#include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
-#include "frame/frame.h"
+#include "fmwrapper/host_api.h"
+#include "icons/icons.h"
 
 namespace mosa_test {
 
@@ -56,20 +59,69 @@ std::string toUtf8(const fmx::Text& text) {
   return toUtf8(units);
 }
 
-std::string callFunction(short funcId, const std::vector<std::string>& args) {
+namespace {
+
+std::string call(Zk7Handler handler, short funcId, const std::vector<Arg>& args) {
   fmx::DataVectUniquePtr vect;
   fmx::LocaleUniquePtr locale;
-  for (const std::string& arg : args) {
-    fmx::TextUniquePtr text;
-    text->Assign(arg.c_str(), fmx::Text::kEncoding_UTF8);
+  for (const Arg& arg : args) {
     fmx::DataUniquePtr data;
-    data->SetAsText(*text, *locale);
+    if (const auto* s = std::get_if<std::string>(&arg)) {
+      fmx::TextUniquePtr txt;
+      txt->AssignWithLength(s->data(), static_cast<fmx::uint32>(s->size()),
+                            fmx::Text::kEncoding_UTF8);
+      data->SetAsText(*txt, *locale);
+    } else {
+      fmx::FixPtUniquePtr number(std::get<std::int32_t>(arg));
+      data->SetAsNumber(*number);
+    }
     vect->PushBack(*data);
   }
   fmx::ExprEnvUniquePtr env;
   fmx::DataUniquePtr result;
-  ZkMosa7_Dispatch(funcId, *env, *vect, *result);
+  EXPECT_EQ(handler(funcId, *env, *vect, *result), 0);
   return toUtf8(result->GetAsText());
+}
+
+}  // namespace
+
+std::string callFunction(short funcId, const std::vector<std::string>& args) {
+  return call(ZkMosa7_Dispatch, funcId, std::vector<Arg>(args.begin(), args.end()));
+}
+
+std::string callHandler(Zk7Handler handler, const std::vector<Arg>& args) {
+  return call(handler, 4300, args);
+}
+
+std::u16string toU16(const std::string& utf8) {
+  return fmwrapper::utf8ToUtf16(utf8);
+}
+
+std::u16string Row(const UniChar* row) {
+  std::u16string s;
+  for (int i = 0; i < kMosaRowUnits && row[i] != 0; ++i) s.push_back(static_cast<char16_t>(row[i]));
+  return s;
+}
+
+void ResetModelState() {
+  for (int n = 0; n < kMosaEntries; ++n) {
+    gLabelTextsUNI[n][0] = 0;
+    gInputTextUNI[n][0] = 0;
+    gItemSelected[n] = 1;
+    gPopupTxt(n)->DeleteText(0, fmx::kSize_End);
+  }
+  gDefaultDialogTitleUNI[0] = 0;
+  gCustomWindPosition = kPositionDefault;
+  gAnimateWindPosition = 0;
+  gLeft = 0;
+  gTop = 0;
+  gInitialSelectStr[0] = 0;
+  gProgressDefunctTicks = kDefaultDefunctTicks;
+  gLastButtonNumberClicked = 0;
+  gLastButtonTextClickedTxt()->DeleteText(0, fmx::kSize_End);
+  gHistoryTxt()->DeleteText(0, fmx::kSize_End);
+  gHistoryTxt_Stored = 0;
+  gIconServicesAvailable = 1;
 }
 
 TempBundle::TempBundle() {

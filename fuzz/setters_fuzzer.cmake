@@ -1,0 +1,1 @@
+target_link_libraries(setters_fuzzer PRIVATE mosa_core)
