@@ -127,3 +127,8 @@ property() {
 picture() {
   xwd -silent -id "$1" >"$2" || fail "xwd could not take a picture of window $1"
 }
+
+# Whether the window is mapped and viewable (not minimised, not withdrawn).
+is_viewable() {
+  xwininfo -id "$1" 2>/dev/null | grep -q 'Map State: IsViewable'
+}
