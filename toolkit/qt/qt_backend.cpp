@@ -1,7 +1,9 @@
 #include "qt_backend.h"
 
 #include <QClipboard>
+#include <QFileInfo>
 #include <QFontMetrics>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -10,6 +12,7 @@
 
 #include <cstdio>
 
+#include "items/items.h"
 #include "qt_platform.h"
 #include "qt_window.h"
 
@@ -33,6 +36,33 @@ void quietMessageHandler(QtMsgType type, const QMessageLogContext& context, cons
   if (gPreviousHandler) gPreviousHandler(type, context, text);
 }
 
+// The platform's icon theme draws the dialogs' icons. Without a desktop session Qt knows of none;
+// then an installed theme that has them in scalable form stands in, so they stay sharp at any
+// pixel ratio.
+void chooseIconTheme() {
+  const QString current = QIcon::themeName();
+  if (!current.isEmpty() && current != QLatin1String("hicolor")) return;
+  // The off-screen platform does not even look where the desktop keeps its themes.
+  QStringList paths = QIcon::themeSearchPaths();
+  QString data = QString::fromLocal8Bit(qgetenv("XDG_DATA_DIRS"));
+  if (data.isEmpty()) data = QStringLiteral("/usr/local/share:/usr/share");
+  for (const QString& folder : data.split(QLatin1Char(':'), Qt::SkipEmptyParts)) {
+    if (!paths.contains(folder + QStringLiteral("/icons")))
+      paths << folder + QStringLiteral("/icons");
+  }
+  QIcon::setThemeSearchPaths(paths);
+  for (const char* theme : {"Adwaita", "Tango"}) {
+    for (const QString& folder : QIcon::themeSearchPaths()) {
+      const QString svg = QStringLiteral("%1/%2/scalable/status/dialog-warning.svg")
+                              .arg(folder, QLatin1String(theme));
+      if (QFileInfo::exists(svg)) {
+        QIcon::setThemeName(QLatin1String(theme));
+        return;
+      }
+    }
+  }
+}
+
 }  // namespace
 
 QString toQString(const std::u16string& text) {
@@ -49,6 +79,7 @@ QtBackend::QtBackend() {
   gPreviousHandler = qInstallMessageHandler(quietMessageHandler);
   ownApp_ = std::make_unique<QApplication>(gArgc, gArgv);
   QApplication::setQuitOnLastWindowClosed(false);
+  chooseIconTheme();
 }
 
 QtBackend::~QtBackend() {
@@ -144,11 +175,8 @@ void QtBackend::warmUp() {
   probe.ensurePolished();
   (void)probe.sizeHint();
   (void)QFontMetrics(probe.font()).horizontalAdvance(QStringLiteral("Mosa"));
-  QStyle* style = QApplication::style();
-  for (auto icon : {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
-                    QStyle::SP_MessageBoxCritical}) {
-    (void)style->standardIcon(icon).pixmap(32, 32);
-  }
+  for (IconKind kind : {IconKind::Note, IconKind::Caution, IconKind::Stop})
+    (void)themeIcon(kind).pixmap(32, 32);
   pump();
 }
 

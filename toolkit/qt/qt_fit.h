@@ -2,6 +2,7 @@
 // item holds gets them, the items below it move down and the window grows, as far as the screen
 // allows; a text that still does not fit is shown in a scrolling view. The model keeps the
 // template's geometry; this is how the Qt window shows it so that a person can read all of it.
+// Long button titles get room the same way, across.
 #pragma once
 
 #include <functional>
@@ -23,5 +24,11 @@ struct Fitted {
 Fitted fitTexts(const detail::WindowState& state, const Rect& screen, int lineHeight,
                 int frameAllowance,
                 const std::function<int(const detail::ItemState&, int width)>& neededHeight);
+
+// Buttons in a row grow to their titles' widths (`neededWidth`), keeping their order, spacing
+// and right alignment; the window widens within the screen when the row needs it, and what still
+// does not fit is shared out, each button keeping at least its own width.
+void fitButtons(const detail::WindowState& state, const Rect& screen, Fitted& fitted,
+                const std::function<int(const detail::ItemState&)>& neededWidth);
 
 }  // namespace toolkit::qt

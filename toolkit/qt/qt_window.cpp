@@ -71,7 +71,8 @@ const Fitted& QtWindow::fit(const detail::WindowState& state) {
     for (int v : {item.rect.left, item.rect.top, item.rect.right, item.rect.bottom})
       key.push_back(static_cast<std::uint64_t>(v));
     key.push_back(item.visible);
-    key.push_back(item.kind == ItemKind::Text ? item.changes : 0);
+    const bool measured = item.kind == ItemKind::Text || item.kind == ItemKind::Button;
+    key.push_back(measured ? item.changes : 0);
   }
   if (key == fitKey_) return fitted_;
   fitKey_ = std::move(key);
@@ -80,6 +81,9 @@ const Fitted& QtWindow::fit(const detail::WindowState& state) {
                      [this](const detail::ItemState& item, int width) {
                        return neededTextHeight(*items_.at(item.n).adapter, width);
                      });
+  fitButtons(state, screen, fitted_, [this](const detail::ItemState& item) {
+    return neededButtonWidth(*items_.at(item.n).adapter);
+  });
   return fitted_;
 }
 
@@ -89,10 +93,11 @@ void QtWindow::update(const detail::WindowState& state) {
   const QString title =
       plainWindowTitle(state.title.empty() ? detail::session().hostName : state.title);
   if (window_->windowTitle() != title) window_->setWindowTitle(title);
-  // Texts first: fitting the window to them measures them.
+  // Texts and titles first: fitting the window to them measures them.
   for (const detail::ItemState& item : state.items) {
     Item& entry = items_.at(item.n);
-    if (item.kind == ItemKind::Text && entry.applied != item.changes) {
+    const bool measured = item.kind == ItemKind::Text || item.kind == ItemKind::Button;
+    if (measured && entry.applied != item.changes) {
       entry.adapter->apply(item);
       entry.applied = item.changes;
     }

@@ -1,6 +1,8 @@
 // The adapters of each item kind (see item.h), made by makeAdapter.
 #pragma once
 
+#include <QIcon>
+
 #include "item.h"
 
 namespace toolkit::qt {
@@ -23,5 +25,10 @@ namespace toolkit::qt {
 // Static texts: the height the text needs at a width, and whether it scrolls in a view.
 int neededTextHeight(ItemAdapter& staticText, int width);
 void setTextScrolled(ItemAdapter& staticText, bool scrolled);
+// The note, caution and stop icons of the icon theme (IconKind::Note, Caution, Stop), with the
+// style's own as the fallback; null for other kinds.
+QIcon themeIcon(IconKind kind);
+// Buttons: the width the whole title needs, with the style's margins.
+int neededButtonWidth(ItemAdapter& button);
 
 }  // namespace toolkit::qt
