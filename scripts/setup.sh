@@ -11,7 +11,7 @@ packages=(
   libjpeg62-turbo-dev libturbojpeg0-dev libpng-dev
   libedit-dev libcli11-dev nlohmann-json3-dev libicu-dev libgmp-dev libgmp-dev
   libxcb1-dev tango-icon-theme libqt6svg6
-  xvfb openbox xdotool x11-apps wmctrl x11-utils
+  xvfb openbox xdotool x11-apps wmctrl x11-utils xclip
 )
 
 missing=()

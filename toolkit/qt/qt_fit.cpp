@@ -6,6 +6,21 @@
 
 namespace toolkit::qt {
 
+std::vector<std::uint64_t> fitDependsOn(const detail::WindowState& state, const Rect& screen) {
+  std::vector<std::uint64_t> key;
+  for (const Rect& r : {screen, state.frame}) {
+    for (int v : {r.left, r.top, r.right, r.bottom}) key.push_back(static_cast<std::uint64_t>(v));
+  }
+  for (const detail::ItemState& item : state.items) {
+    for (int v : {item.rect.left, item.rect.top, item.rect.right, item.rect.bottom})
+      key.push_back(static_cast<std::uint64_t>(v));
+    key.push_back(item.visible);
+    const bool measured = item.kind == ItemKind::Text || item.kind == ItemKind::Button;
+    key.push_back(measured ? item.changes : 0);
+  }
+  return key;
+}
+
 Fitted fitTexts(const detail::WindowState& state, const Rect& screen, int lineHeight,
                 int frameAllowance,
                 const std::function<int(const detail::ItemState&, int width)>& neededHeight) {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "backend.h"
 
@@ -18,6 +19,10 @@ struct Fitted {
   std::map<int, Rect> rects;  // every item's rectangle, local to the content
   std::set<int> scrolled;     // text items shown in a scrolling view
 };
+
+// What a fit depends on: the screen, the window's frame, and each item's rectangle, visibility and
+// (for static texts and buttons) content. The same values give the same fit.
+std::vector<std::uint64_t> fitDependsOn(const detail::WindowState& state, const Rect& screen);
 
 // `neededHeight` measures a text item's wrapped text at a width; `lineHeight` is one line of it
 // (a text of one line never grows the window). `frameAllowance`: room kept for the title bar.

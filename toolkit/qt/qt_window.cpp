@@ -63,17 +63,7 @@ QWidget* QtWindow::itemWidget(int n) const {
 // (for static texts) text: it is worked out again only when one of them changed.
 const Fitted& QtWindow::fit(const detail::WindowState& state) {
   const Rect screen = backend_.screenBounds();
-  std::vector<std::uint64_t> key;
-  for (const Rect& r : {screen, state.frame}) {
-    for (int v : {r.left, r.top, r.right, r.bottom}) key.push_back(static_cast<std::uint64_t>(v));
-  }
-  for (const detail::ItemState& item : state.items) {
-    for (int v : {item.rect.left, item.rect.top, item.rect.right, item.rect.bottom})
-      key.push_back(static_cast<std::uint64_t>(v));
-    key.push_back(item.visible);
-    const bool measured = item.kind == ItemKind::Text || item.kind == ItemKind::Button;
-    key.push_back(measured ? item.changes : 0);
-  }
+  std::vector<std::uint64_t> key = fitDependsOn(state, screen);
   if (key == fitKey_) return fitted_;
   fitKey_ = std::move(key);
   const int lineHeight = window_->fontMetrics().lineSpacing();
@@ -354,6 +344,7 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
                        field->visible && field->enabled &&
                        !(event.modifiers & (kModCommand | kModControl));
   const char16_t c = event.character;
+  if (event.type == Event::Type::Key && !editing && messageKey(event)) return Outcome{};
   if (editing && detail::isCaretKey(event)) {
     // Lines and pages of a text area are the real layout's; other caret moves are the model's.
     const bool vertical = c == kCharUp || c == kCharDown || c == kCharPageUp || c == kCharPageDown;
@@ -383,6 +374,13 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
   if (field && field->kind == ItemKind::TextArea)
     readBackItem(*field);  // it kept the caret in view
   return outcome;
+}
+
+bool QtWindow::messageKey(const Event& event) {
+  bool done = false;
+  for (auto& [n, entry] : items_)
+    if (entry.kind == ItemKind::Text) done |= textKey(*entry.adapter, event);
+  return done;
 }
 
 detail::TextGeometry QtWindow::textGeometry(const detail::WindowState& state, int n) {

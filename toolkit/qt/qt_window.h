@@ -56,6 +56,7 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   void post(const Event& event);
   bool mousePress(QWidget* widget, QMouseEvent* mouse, bool doubleClick);
   void deliverKeyNatively(int n, const Event& event);
+  bool messageKey(const Event& event);
   bool readBackItem(detail::ItemState& item);
 
   QtBackend& backend_;

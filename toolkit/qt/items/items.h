@@ -25,6 +25,10 @@ namespace toolkit::qt {
 // Static texts: the height the text needs at a width, and whether it scrolls in a view.
 int neededTextHeight(ItemAdapter& staticText, int width);
 void setTextScrolled(ItemAdapter& staticText, bool scrolled);
+// Static texts, when no field takes the keys: the command key and C copies what a person selected;
+// Page Up, Page Down, Home, End and the arrows scroll a text shown in a scrolling view. False when
+// the key did nothing to this text.
+bool textKey(ItemAdapter& staticText, const Event& event);
 // The note, caution and stop icons of the icon theme (IconKind::Note, Caution, Stop), with the
 // style's own as the fallback; null for other kinds.
 QIcon themeIcon(IconKind kind);
