@@ -10,11 +10,13 @@
 #include <QStyle>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 #include "items/items.h"
 #include "qt_platform.h"
 #include "qt_window.h"
+#include "session_state.h"
 
 namespace toolkit::qt {
 namespace {
@@ -156,15 +158,24 @@ void QtBackend::alert(int /*id*/, const std::u16string& text, bool scripted) {
   QString message = toQString(text)
                         .replace(QLatin1String("\r\n"), QLatin1String("\n"))
                         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  QMessageBox box(QMessageBox::Warning, QString(), message, QMessageBox::Ok);
+  // It looks like the dialogs: their caution icon, their buttons, their title and their place.
+  QMessageBox box(QMessageBox::NoIcon, toQString(detail::session().hostName), message,
+                  QMessageBox::Ok);
+  box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                     Qt::WindowCloseButtonHint);
   box.setTextFormat(Qt::PlainText);
+  box.setIconPixmap(themeIcon(IconKind::Caution).pixmap(QSize(32, 32), box.devicePixelRatioF()));
+  // The box settles its size as it is shown; then it goes where a dialog of that size would.
+  box.show();
+  const Rect screen = screenBounds();
+  box.move(screen.left + (screen.width() - box.width()) / 2,
+           screen.top + std::max(0, (screen.height() - box.height()) / 3));
   // Off screen no person can see it: it is drawn and dismissed as when answers drive the run.
   if (!scripted && QGuiApplication::platformName() != QLatin1String("offscreen")) {
     box.exec();
     return;
   }
-  // Answers drive the run: the alert is shown and drawn, then dismissed as a person would.
-  box.show();
+  // Answers drive the run: the alert is drawn, then dismissed as a person would.
   pump();
   box.done(QMessageBox::Ok);
 }
