@@ -1,7 +1,8 @@
 #!/bin/bash
 # What the window manager sees of a dialog: its title (the host program's name when the script
 # gave none), a modal dialog that asks for no minimise or maximise button, a close box that acts
-# as Escape (which never ends the standard dialog), and a dialog minimised anyway that comes back.
+# as Escape (which never ends the standard dialog), and a dialog minimised anyway or taken off the
+# screen from outside that comes back.
 source "$(dirname "$0")/lib.sh"
 start_display
 run_host <<'SCRIPT'
@@ -29,10 +30,15 @@ xdotool search --onlyvisible --classname '^mosa$' | grep -qx "$one" || fail "the
 xdotool windowminimize "$one"
 poll 5 is_viewable "$one" || fail "the minimised dialog did not come back"
 wait_active "$one"
+# Taken off the screen from outside: that is the close box too, and it comes back.
+xdotool windowunmap "$one"
+back=$(dialog_window) || fail "the dialog taken off the screen did not come back"
+wait_active "$back"
+[ -s "$work/out" ] && fail "taking the window off the screen answered the dialog"
 xdotool key Return
 wait_lines 1 || fail "Return did not answer the dialog after the close box and minimising"
 
-two=$(dialog_window "$one") || fail "the window manager never showed the second dialog"
+two=$(dialog_window "$one" "$back") || fail "the window manager never showed the second dialog"
 title=$(property "$two" _NET_WM_NAME)
 [ "$title" = '"Mosa Host"' ] || fail "a dialog without a title shows $title"
 wait_active "$two"

@@ -45,11 +45,16 @@ QtWindow::QtWindow(QtBackend& backend, const detail::WindowState& state) : backe
     items_[item.n] = std::move(entry);
   }
   qApp->installEventFilter(this);
+  if (!state.persistent) {
+    keeper_ = std::make_unique<WindowKeeper>(
+        window_, [this] { post(Event{.type = Event::Type::Key, .character = kCharEscape}); });
+  }
   update(state);
 }
 
 QtWindow::~QtWindow() {
   qApp->removeEventFilter(this);
+  keeper_.reset();
   items_.clear();
   delete window_;
 }
@@ -207,13 +212,6 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == window_ && event->type() == QEvent::ScreenChangeInternal) {
     // Moved to a screen of another pixel ratio: the icons are drawn for it.
     for (auto& [n, entry] : items_) entry.adapter->refresh();
-    return false;
-  }
-  if (watched == window_ && event->type() == QEvent::WindowStateChange && window_->isMinimized()) {
-    // A modal dialog stays on screen: the script waits on it.
-    QMetaObject::invokeMethod(
-        this, [this] { window_->setWindowState(window_->windowState() & ~Qt::WindowMinimized); },
-        Qt::QueuedConnection);
     return false;
   }
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;

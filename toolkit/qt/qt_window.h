@@ -17,6 +17,7 @@
 #include "backend.h"
 #include "items/item.h"
 #include "qt_fit.h"
+#include "qt_keeper.h"
 #include "qt_stray.h"
 
 namespace toolkit::qt {
@@ -72,8 +73,9 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   QRect placed_;         // the frame last given to the window: a window a person moved stays there
   bool opened_ = false;  // shown at least once
   StrayInput stray_;     // input meant for the dialog before this one
-  std::uint64_t fronted_ = 0;          // the model's front requests already carried out
-  std::vector<std::uint64_t> fitKey_;  // what the last fit depended on
+  std::unique_ptr<WindowKeeper> keeper_;  // a modal dialog stays on screen
+  std::uint64_t fronted_ = 0;             // the model's front requests already carried out
+  std::vector<std::uint64_t> fitKey_;     // what the last fit depended on
   Fitted fitted_;
 };
 
