@@ -41,7 +41,7 @@ poll() {
 # 77) only when Xvfb is missing or cannot start.
 start_display() {
   command -v Xvfb >/dev/null || { echo "SKIP: Xvfb is not installed"; exit 77; }
-  for tool in openbox xdotool xprop; do
+  for tool in openbox xdotool xprop xwininfo xwd wmctrl xclip; do
     command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/setup.sh installs it)"
   done
   Xvfb -displayfd 5 -screen 0 1024x768x24 -nolisten tcp 5>"$work/display" 2>"$work/xvfb" &
