@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Pictures of the standard dialog in its variants, drawn by the Qt toolkit off screen: every variant
+# Pictures of the dialogs in their variants, drawn by the Qt toolkit off screen: every variant
 # into $BUILD/shots/ (BUILD defaults to build-release, built here with the release preset when it
 # has no mosa-host yet), and the ones that the README shows into docs/.
 set -euo pipefail
@@ -31,6 +31,7 @@ shot no-icon 'Mosa_Dialog ( "" ; "Continue with the next record?" ; "Continue" ;
 shot four-buttons 'Mosa_Dialog ( "-NoteIcon" ; "Which report would you like to print for the 12 selected records?" ; "Summary" ; "Cancel" ; "Details" ; "Both" )'
 shot long-message 'Mosa_Dialog ( "-CautionIcon" ; "The import finished, but 37 of the 1,204 records need your attention. " & Substitute ( "xxxx" ; "x" ; "Some records could not be matched to an existing customer, so they were added as new customers; others had dates that could not be read and were left empty. " ) & "Open the import log to review them." ; "OK" ; "Show Log" )'
 shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "docs/custom-icon.jpg" ) ) & Mosa_Dialog ( "-CustomIcon" ; "Your photo has been added to the contact “Ada Lovelace”." ; "OK" ; "Undo" )'
+shot big-input 'Mosa_BigInputDialog ( "-NoteIcon -Width=620 -Height=380 -dialogName=Meeting notes." ; "Notes of today’s meeting. Return starts a new line, Enter saves." ; "Save" ; "Cancel" ; "" ; "" ; "Agenda:¶1. Budget for the autumn: the numbers from Maria, and what the new printer costs.¶2. Hiring: two interviews next week, Köln and Zürich.¶3. Summer party: 12 July, in the garden if the weather allows.¶¶Decisions:¶- The budget stands as drafted.¶- Ana writes to both candidates by Friday.¶" )'
 
 shot long-titles 'Mosa_Dialog ( "-CautionIcon" ; "Close every window of the solution?" ; "Save and Close All Windows" ; "Cancel" ; "Close Without Saving Any of the Changes" )'
 for icon in note caution stop; do
@@ -69,3 +70,4 @@ cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
 cp "$out/long-titles.png" docs/dialog-long-titles.png
 for icon in note caution stop; do cp "$out/$icon-2x.png" "docs/dialog-$icon-2x.png"; done
+cp "$out/big-input.png" docs/big-input.png

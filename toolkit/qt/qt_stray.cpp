@@ -44,6 +44,20 @@ void StrayInput::opened() {
   held_ = heldKeys();
 }
 
+bool StrayInput::drop(const QEvent& event) {
+  switch (event.type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+      return dropKey(static_cast<const QKeyEvent&>(event));
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+      return dropMouse(static_cast<const QMouseEvent&>(event));
+    default:
+      return false;
+  }
+}
+
 bool StrayInput::dropKey(const QKeyEvent& key) {
   const quint32 code = key.nativeScanCode();
   if (key.isAutoRepeat()) return held_.count(code) > 0;

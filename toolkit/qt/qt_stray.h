@@ -19,12 +19,15 @@ class StrayInput {
   StrayInput();
   // The window opens: the keys held down at this moment are not for it.
   void opened();
+  // Whether an event (a key or a mouse button) is to be dropped.
+  bool drop(const QEvent& event);
+
+ private:
   // Whether a key event is to be dropped; follows the held keys as they are released.
   bool dropKey(const QKeyEvent& key);
   // Whether a mouse press, double click or release is to be dropped; remembers the presses kept.
   bool dropMouse(const QMouseEvent& mouse);
 
- private:
   std::uint64_t window_;                 // which dialog window this is, among all of the process
   std::set<quint32> held_;               // native key codes held down since the window opened
   std::map<quint32, quint64> released_;  // held keys released since, with the moment (ms)

@@ -64,8 +64,7 @@ QWidget* QtWindow::itemWidget(int n) const {
   return found == items_.end() ? nullptr : found->second.adapter->widget();
 }
 
-// The fit depends on the screen, the window's frame, and each item's rectangle, visibility and
-// (for static texts) text: it is worked out again only when one of them changed.
+// The fit is worked out again only when something it depends on changed.
 const Fitted& QtWindow::fit(const detail::WindowState& state) {
   const Rect screen = backend_.screenBounds();
   std::vector<std::uint64_t> key = fitDependsOn(state, screen);
@@ -217,16 +216,7 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
-  if (ours && !injecting_) {
-    const QEvent::Type type = event->type();
-    if ((type == QEvent::KeyPress || type == QEvent::KeyRelease) &&
-        stray_.dropKey(*static_cast<QKeyEvent*>(event)))
-      return true;
-    if ((type == QEvent::MouseButtonPress || type == QEvent::MouseButtonDblClick ||
-         type == QEvent::MouseButtonRelease) &&
-        stray_.dropMouse(*static_cast<QMouseEvent*>(event)))
-      return true;
-  }
+  if (ours && !injecting_ && stray_.drop(*event)) return true;
   switch (event->type()) {
     case QEvent::KeyPress: {
       if (!ours) return false;
@@ -343,6 +333,16 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
                        !(event.modifiers & (kModCommand | kModControl));
   const char16_t c = event.character;
   if (event.type == Event::Type::Key && !editing && messageKey(event)) return Outcome{};
+  if (event.type == Event::Type::Key && field && field->kind == ItemKind::TextArea &&
+      (event.modifiers & kModCommand) && (c == u'z' || c == u'Z')) {
+    // Undo and redo are the widget's, which keeps the history of every edit.
+    const std::u16string before = field->text;
+    deliverKeyNatively(state.focus, event);
+    readBackItem(*field);
+    const bool changed = field->text != before;
+    return Outcome{
+        .itemHit = field->n, .textChanged = changed, .changedItem = changed ? field->n : 0};
+  }
   if (editing && detail::isCaretKey(event)) {
     // Lines and pages of a text area are the real layout's; other caret moves are the model's.
     const bool vertical = c == kCharUp || c == kCharDown || c == kCharPageUp || c == kCharPageDown;
