@@ -10,7 +10,8 @@ packages=(
   qt6-base-dev libgl-dev fonts-dejavu-core
   libjpeg62-turbo-dev libturbojpeg0-dev libpng-dev
   libedit-dev libcli11-dev nlohmann-json3-dev libicu-dev libgmp-dev libgmp-dev
-  xvfb openbox xdotool x11-apps
+  libxcb1-dev tango-icon-theme libqt6svg6
+  xvfb openbox xdotool x11-apps wmctrl x11-utils xclip
   zenity xauth
 )
 

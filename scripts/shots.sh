@@ -47,10 +47,43 @@ shot_last progress state 'Mosa_ProgressBar ( "" ; "show" ; 120 ; "Copying 120 in
 shot_last progress-busy state 'Mosa_ProgressBar ( "" ; "show" ; 0 ; "Waiting for the server to answer…" ) & Mosa_ProgressBar ( "" ; "incr" ; 1 ) & Mosa_ProgressBar ( "" ; "stop" )'
 shot_last flash open 'Mosa_FlashDialog ( "-NoteIcon" ; 60 ; "Saved: 12 records were exported to “Invoices.csv”." )'
 
+shot long-titles 'Mosa_Dialog ( "-CautionIcon" ; "Close every window of the solution?" ; "Save and Close All Windows" ; "Cancel" ; "Close Without Saving Any of the Changes" )'
+for icon in note caution stop; do
+  QT_SCALE_FACTOR=2 shot "$icon-2x" "Mosa_Dialog ( \"-${icon}Icon\" ; \"Drawn from the icon theme at twice the size.\" ; \"OK\" )"
+done
+
+# The focus is drawn in the active window only, so this picture is taken on a display of its own
+# (Xvfb with openbox) after two Tabs.
+focus_shot() {
+  if ! command -v Xvfb >/dev/null || ! command -v openbox >/dev/null; then
+    echo "no Xvfb and openbox: docs/dialog-focus.png stays as it is"
+    return
+  fi
+  local tmp="$out/.focus" number
+  mkdir -p "$tmp"
+  Xvfb -displayfd 5 -screen 0 1024x768x24 -nolisten tcp 5>"$tmp/display" 2>/dev/null &
+  local xvfb=$!
+  for _ in $(seq 100); do [ -s "$tmp/display" ] && break; sleep 0.05; done
+  number=$(cat "$tmp/display")
+  DISPLAY=":$number" openbox --sm-disable >/dev/null 2>&1 &
+  local wm=$!
+  sleep 0.5
+  DISPLAY=":$number" QT_QPA_PLATFORM=xcb "$build/bin/mosa-host" --ui qt --shots "$tmp" \
+    --answer 'wait 30' --answer 'key Tab' --answer 'key Tab' --answer 'click 1' \
+    --eval 'Mosa_Dialog ( "-NoteIcon" ; "Tab moves the focus among the buttons; Space presses the one that shows it." ; "Print" ; "Cancel" ; "Preview" )' >/dev/null
+  kill "$wm" "$xvfb"
+  cp "$(ls "$tmp"/*-state.png | tail -1)" "$out/focus.png"
+  cp "$out/focus.png" docs/dialog-focus.png
+  rm -rf "$tmp"
+}
+focus_shot
+
 # The ones the README shows.
 cp "$out/caution.png" docs/dialog-caution.png
 cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
+cp "$out/long-titles.png" docs/dialog-long-titles.png
+for icon in note caution stop; do cp "$out/$icon-2x.png" "docs/dialog-$icon-2x.png"; done
 cp "$out/big-input.png" docs/big-input.png
 cp "$out/progress.png" docs/progress.png
 cp "$out/progress-busy.png" docs/progress-busy.png

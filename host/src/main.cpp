@@ -120,6 +120,7 @@ int main(int argc, char** argv) {
   SessionEnd sessionEnd;
   try {
     session.backend = backend;
+    session.hostName = "Mosa Host";
     session.answers = answersInOrder(app, answerFiles, answerActions);
     if (!session.shotsDir.empty()) {
       std::error_code ec;

@@ -60,7 +60,7 @@ int Runner::runScriptText(const std::string& text, const std::string& name) {
 int Runner::reportStop(const RunStopped& e) {
   std::fflush(out_);
   std::fprintf(err_, "mosa-host: %s\n", e.what());
-  return kExitNoAnswer;
+  return toolkit::stoppedForDisplay() ? kExitNoDisplay : kExitNoAnswer;
 }
 
 int Runner::runScriptFile(const std::string& path) {

@@ -40,6 +40,8 @@ std::int16_t Mac_RunDialogUNI(std::int16_t dlogId, const fmx::Text& message,
   if (!dialog) return 0;
   Mac_SetDialogButtonsUNI(dialog.get(), titles, gActiveSwitches);
   Mac_SetDialogPosition(dialog.get());
+  // The title a script set, as the other dialogs show it; the template has none of its own.
+  if (gActiveSwitches) dialog->setTitle(Mac_UniToU16(gActiveSwitches->dialogTitle));
   dialog->setItemText(5, XP7_TxtToU16String(message));
   if (gActiveSwitches) Zk7_Mac_IconUserItem(*dialog, 6, gActiveSwitches->icon);
   dialog->show();

@@ -1,16 +1,22 @@
 #include "qt_backend.h"
 
 #include <QClipboard>
+#include <QFileInfo>
 #include <QFontMetrics>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
 #include <QStyle>
 #include <QTimer>
 
-#include <cstdlib>
+#include <algorithm>
+#include <cstdio>
 
+#include "items/items.h"
+#include "qt_platform.h"
 #include "qt_window.h"
+#include "session_state.h"
 
 namespace toolkit::qt {
 namespace {
@@ -32,12 +38,31 @@ void quietMessageHandler(QtMsgType type, const QMessageLogContext& context, cons
   if (gPreviousHandler) gPreviousHandler(type, context, text);
 }
 
-bool hasDisplay() {
-  auto set = [](const char* name) {
-    const char* value = std::getenv(name);
-    return value && *value;
-  };
-  return set("QT_QPA_PLATFORM") || set("DISPLAY") || set("WAYLAND_DISPLAY");
+// The platform's icon theme draws the dialogs' icons. Without a desktop session Qt knows of none;
+// then an installed theme that has them in scalable form stands in, so they stay sharp at any
+// pixel ratio.
+void chooseIconTheme() {
+  const QString current = QIcon::themeName();
+  if (!current.isEmpty() && current != QLatin1String("hicolor")) return;
+  // The off-screen platform does not even look where the desktop keeps its themes.
+  QStringList paths = QIcon::themeSearchPaths();
+  QString data = QString::fromLocal8Bit(qgetenv("XDG_DATA_DIRS"));
+  if (data.isEmpty()) data = QStringLiteral("/usr/local/share:/usr/share");
+  for (const QString& folder : data.split(QLatin1Char(':'), Qt::SkipEmptyParts)) {
+    if (!paths.contains(folder + QStringLiteral("/icons")))
+      paths << folder + QStringLiteral("/icons");
+  }
+  QIcon::setThemeSearchPaths(paths);
+  for (const char* theme : {"Adwaita", "Tango"}) {
+    for (const QString& folder : QIcon::themeSearchPaths()) {
+      const QString svg = QStringLiteral("%1/%2/scalable/status/dialog-warning.svg")
+                              .arg(folder, QLatin1String(theme));
+      if (QFileInfo::exists(svg)) {
+        QIcon::setThemeName(QLatin1String(theme));
+        return;
+      }
+    }
+  }
 }
 
 }  // namespace
@@ -53,11 +78,10 @@ std::u16string fromQString(const QString& text) {
 
 QtBackend::QtBackend() {
   if (QCoreApplication::instance()) return;  // a Qt host made its own application: use it
-  // With no window system at all, draw off screen rather than fail to start.
-  if (!hasDisplay()) qputenv("QT_QPA_PLATFORM", "offscreen");
   gPreviousHandler = qInstallMessageHandler(quietMessageHandler);
   ownApp_ = std::make_unique<QApplication>(gArgc, gArgv);
   QApplication::setQuitOnLastWindowClosed(false);
+  chooseIconTheme();
 }
 
 QtBackend::~QtBackend() {
@@ -134,15 +158,24 @@ void QtBackend::alert(int /*id*/, const std::u16string& text, bool scripted) {
   QString message = toQString(text)
                         .replace(QLatin1String("\r\n"), QLatin1String("\n"))
                         .replace(QLatin1Char('\r'), QLatin1Char('\n'));
-  QMessageBox box(QMessageBox::Warning, QString(), message, QMessageBox::Ok);
+  // It looks like the dialogs: their caution icon, their buttons, their title and their place.
+  QMessageBox box(QMessageBox::NoIcon, toQString(detail::session().hostName), message,
+                  QMessageBox::Ok);
+  box.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                     Qt::WindowCloseButtonHint);
   box.setTextFormat(Qt::PlainText);
+  box.setIconPixmap(themeIcon(IconKind::Caution).pixmap(QSize(32, 32), box.devicePixelRatioF()));
+  // The box settles its size as it is shown; then it goes where a dialog of that size would.
+  box.show();
+  const Rect screen = screenBounds();
+  box.move(screen.left + (screen.width() - box.width()) / 2,
+           screen.top + std::max(0, (screen.height() - box.height()) / 3));
   // Off screen no person can see it: it is drawn and dismissed as when answers drive the run.
   if (!scripted && QGuiApplication::platformName() != QLatin1String("offscreen")) {
     box.exec();
     return;
   }
-  // Answers drive the run: the alert is shown and drawn, then dismissed as a person would.
-  box.show();
+  // Answers drive the run: the alert is drawn, then dismissed as a person would.
   pump();
   box.done(QMessageBox::Ok);
 }
@@ -153,21 +186,26 @@ void QtBackend::warmUp() {
   probe.ensurePolished();
   (void)probe.sizeHint();
   (void)QFontMetrics(probe.font()).horizontalAdvance(QStringLiteral("Mosa"));
-  QStyle* style = QApplication::style();
-  for (auto icon : {QStyle::SP_MessageBoxInformation, QStyle::SP_MessageBoxWarning,
-                    QStyle::SP_MessageBoxCritical}) {
-    (void)style->standardIcon(icon).pixmap(32, 32);
-  }
+  for (IconKind kind : {IconKind::Note, IconKind::Caution, IconKind::Stop})
+    (void)themeIcon(kind).pixmap(32, 32);
   pump();
 }
 
 }  // namespace toolkit::qt
 
-extern "C" __attribute__((visibility("default"))) toolkit::detail::Backend*
-mosa_toolkit_qt_create() {
+extern "C" __attribute__((visibility("default"))) toolkit::detail::Backend* mosa_toolkit_qt_create(
+    char* why, std::size_t size) {
   try {
+    if (!QCoreApplication::instance()) {
+      const std::string problem = toolkit::qt::choosePlatform();
+      if (!problem.empty()) {
+        std::snprintf(why, size, "%s", problem.c_str());
+        return nullptr;
+      }
+    }
     return new toolkit::qt::QtBackend();
   } catch (...) {
+    std::snprintf(why, size, "Qt could not start");
     return nullptr;
   }
 }

@@ -3,11 +3,13 @@
 // allows; a text that still does not fit, or does not fit in a resizable window, is shown in a
 // scrolling view. The model keeps the
 // template's geometry; this is how the Qt window shows it so that a person can read all of it.
+// Long button titles get room the same way, across.
 #pragma once
 
 #include <functional>
 #include <map>
 #include <set>
+#include <vector>
 
 #include "backend.h"
 
@@ -19,10 +21,20 @@ struct Fitted {
   std::set<int> scrolled;     // text items shown in a scrolling view
 };
 
+// What a fit depends on: the screen, the window's frame, and each item's rectangle, visibility and
+// (for static texts and buttons) content. The same values give the same fit.
+std::vector<std::uint64_t> fitDependsOn(const detail::WindowState& state, const Rect& screen);
+
 // `neededHeight` measures a text item's wrapped text at a width; `lineHeight` is one line of it
 // (a text of one line never grows the window). `frameAllowance`: room kept for the title bar.
 Fitted fitTexts(const detail::WindowState& state, const Rect& screen, int lineHeight,
                 int frameAllowance,
                 const std::function<int(const detail::ItemState&, int width)>& neededHeight);
+
+// Buttons in a row grow to their titles' widths (`neededWidth`), keeping their order, spacing
+// and right alignment; the window widens within the screen when the row needs it, and what still
+// does not fit is shared out, each button keeping at least its own width.
+void fitButtons(const detail::WindowState& state, const Rect& screen, Fitted& fitted,
+                const std::function<int(const detail::ItemState&)>& neededWidth);
 
 }  // namespace toolkit::qt

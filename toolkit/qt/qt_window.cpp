@@ -8,6 +8,7 @@
 #include "items/items.h"
 #include "qt_backend.h"
 #include "qt_keys.h"
+#include "session_state.h"
 
 namespace toolkit::qt {
 namespace {
@@ -50,11 +51,16 @@ QtWindow::QtWindow(QtBackend& backend, const detail::WindowState& state) : backe
   QObject::connect(&frameTimer_, &QTimer::timeout, this, [this] {
     if (auto draw = std::exchange(drawLater_, nullptr)) draw();
   });
+  if (!state.persistent) {
+    keeper_ = std::make_unique<WindowKeeper>(
+        window_, [this] { post(Event{.type = Event::Type::Key, .character = kCharEscape}); });
+  }
   update(state);
 }
 
 QtWindow::~QtWindow() {
   qApp->removeEventFilter(this);
+  keeper_.reset();
   items_.clear();
   delete window_;
 }
@@ -64,20 +70,10 @@ QWidget* QtWindow::itemWidget(int n) const {
   return found == items_.end() ? nullptr : found->second.adapter->widget();
 }
 
-// The fit depends on the screen, the window's frame, and each item's rectangle, visibility and
-// (for static texts) text: it is worked out again only when one of them changed.
+// The fit is worked out again only when something it depends on changed.
 const Fitted& QtWindow::fit(const detail::WindowState& state) {
   const Rect screen = backend_.screenBounds();
-  std::vector<std::uint64_t> key;
-  for (const Rect& r : {screen, state.frame}) {
-    for (int v : {r.left, r.top, r.right, r.bottom}) key.push_back(static_cast<std::uint64_t>(v));
-  }
-  for (const detail::ItemState& item : state.items) {
-    for (int v : {item.rect.left, item.rect.top, item.rect.right, item.rect.bottom})
-      key.push_back(static_cast<std::uint64_t>(v));
-    key.push_back(item.visible);
-    key.push_back(item.kind == ItemKind::Text ? item.changes : 0);
-  }
+  std::vector<std::uint64_t> key = fitDependsOn(state, screen);
   if (key == fitKey_) return fitted_;
   fitKey_ = std::move(key);
   const int lineHeight = window_->fontMetrics().lineSpacing();
@@ -85,17 +81,23 @@ const Fitted& QtWindow::fit(const detail::WindowState& state) {
                      [this](const detail::ItemState& item, int width) {
                        return neededTextHeight(*items_.at(item.n).adapter, width);
                      });
+  fitButtons(state, screen, fitted_, [this](const detail::ItemState& item) {
+    return neededButtonWidth(*items_.at(item.n).adapter);
+  });
   return fitted_;
 }
 
 void QtWindow::update(const detail::WindowState& state) {
   updating_ = true;
-  const QString title = plainWindowTitle(state.title);
+  // With no title of its own, a window names the program it belongs to, never a file name.
+  const QString title =
+      plainWindowTitle(state.title.empty() ? detail::session().hostName : state.title);
   if (window_->windowTitle() != title) window_->setWindowTitle(title);
-  // Texts first: fitting the window to them measures them.
+  // Texts and titles first: fitting the window to them measures them.
   for (const detail::ItemState& item : state.items) {
     Item& entry = items_.at(item.n);
-    if (item.kind == ItemKind::Text && entry.applied != item.changes) {
+    const bool measured = item.kind == ItemKind::Text || item.kind == ItemKind::Button;
+    if (measured && entry.applied != item.changes) {
       entry.adapter->apply(item);
       entry.applied = item.changes;
     }
@@ -127,7 +129,11 @@ void QtWindow::update(const detail::WindowState& state) {
     }
   }
 
-  if (state.visible && !window_->isVisible()) window_->show();
+  if (state.visible && !window_->isVisible()) {
+    if (!opened_) stray_.opened();
+    opened_ = true;
+    window_->show();
+  }
   if (!state.visible && window_->isVisible()) window_->hide();
   if (state.visible && state.fronted != fronted_) {
     // Shown or asked to the front: in front of all windows, with the keyboard.
@@ -137,7 +143,10 @@ void QtWindow::update(const detail::WindowState& state) {
   fronted_ = state.fronted;
   QWidget* focus = itemWidget(state.focus);
   if (focus && focus->focusPolicy() != Qt::NoFocus && focus->isVisible()) {
-    if (!focus->hasFocus()) focus->setFocus(Qt::OtherFocusReason);
+    // The focus moves as Tab moves it, and is drawn from the start, as in the platform's own
+    // dialogs: a person sees which control a key will reach.
+    if (!focus->hasFocus()) focus->setFocus(Qt::TabFocusReason);
+    window_->setAttribute(Qt::WA_KeyboardFocusChange);
   } else if (window_->isVisible() && QApplication::focusWidget() &&
              QApplication::focusWidget()->window() == window_) {
     window_->setFocus(Qt::OtherFocusReason);
@@ -213,6 +222,7 @@ bool QtWindow::eventFilter(QObject* watched, QEvent* event) {
   if (updating_ || delivering_ || !watched->isWidgetType()) return false;
   auto* widget = static_cast<QWidget*>(watched);
   const bool ours = widget->window() == window_;
+  if (ours && !injecting_ && stray_.drop(*event)) return true;
   switch (event->type()) {
     case QEvent::KeyPress: {
       if (!ours) return false;
@@ -328,6 +338,7 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
                        field->visible && field->enabled &&
                        !(event.modifiers & (kModCommand | kModControl));
   const char16_t c = event.character;
+  if (event.type == Event::Type::Key && !editing && messageKey(event)) return Outcome{};
   if (event.type == Event::Type::Key && field && field->kind == ItemKind::TextArea &&
       (event.modifiers & kModCommand) && (c == u'z' || c == u'Z')) {
     // Undo and redo are the widget's, which keeps the history of every edit.
@@ -367,6 +378,13 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
   if (field && field->kind == ItemKind::TextArea)
     readBackItem(*field);  // it kept the caret in view
   return outcome;
+}
+
+bool QtWindow::messageKey(const Event& event) {
+  bool done = false;
+  for (auto& [n, entry] : items_)
+    if (entry.kind == ItemKind::Text) done |= textKey(*entry.adapter, event);
+  return done;
 }
 
 detail::TextGeometry QtWindow::textGeometry(const detail::WindowState& state, int n) {

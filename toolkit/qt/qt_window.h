@@ -18,6 +18,8 @@
 #include "backend.h"
 #include "items/item.h"
 #include "qt_fit.h"
+#include "qt_keeper.h"
+#include "qt_stray.h"
 
 namespace toolkit::qt {
 
@@ -57,6 +59,7 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   void post(const Event& event);
   bool mousePress(QWidget* widget, QMouseEvent* mouse, bool doubleClick);
   void deliverKeyNatively(int n, const Event& event);
+  bool messageKey(const Event& event);
   bool readBackItem(detail::ItemState& item);
 
   QtBackend& backend_;
@@ -69,9 +72,12 @@ class QtWindow final : public QObject, public detail::BackendWindow {
   bool delivering_ = false;  // a key on its way to a widget after the dialog's filter let it pass
   bool resizable_ = false;
   bool persistent_ = false;
-  QRect placed_;  // the frame last given to the window: a window a person moved stays there
-  std::uint64_t fronted_ = 0;          // the model's front requests already carried out
-  std::vector<std::uint64_t> fitKey_;  // what the last fit depended on
+  QRect placed_;         // the frame last given to the window: a window a person moved stays there
+  bool opened_ = false;  // shown at least once
+  StrayInput stray_;     // input meant for the dialog before this one
+  std::unique_ptr<WindowKeeper> keeper_;  // a modal dialog stays on screen
+  std::uint64_t fronted_ = 0;             // the model's front requests already carried out
+  std::vector<std::uint64_t> fitKey_;     // what the last fit depended on
   Fitted fitted_;
   QTimer frameTimer_;                // a drawing put off to the end of the frame
   std::function<void()> drawLater_;  // what it then does

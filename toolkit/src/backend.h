@@ -13,6 +13,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -199,5 +200,6 @@ class Backend {
 
 }  // namespace toolkit::detail
 
-// The Qt module exports this factory (loaded with dlopen); nullptr when Qt cannot start.
-extern "C" toolkit::detail::Backend* mosa_toolkit_qt_create();
+// The Qt module exports this factory (loaded with dlopen); nullptr, and why in `why`, when Qt
+// cannot start here (no display it can open, no platform plug-in that loads).
+extern "C" toolkit::detail::Backend* mosa_toolkit_qt_create(char* why, std::size_t size);

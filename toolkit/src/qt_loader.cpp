@@ -22,14 +22,15 @@ Backend* loadQtBackend(std::string& why) {
     why = error ? error : "the Qt module is missing";
     return nullptr;
   }
-  using Factory = Backend* (*)();
+  using Factory = Backend* (*)(char*, std::size_t);
   auto factory = reinterpret_cast<Factory>(dlsym(module, "mosa_toolkit_qt_create"));
   if (!factory) {
     why = "the Qt module has no factory";
     return nullptr;
   }
-  Backend* created = factory();
-  if (!created) why = "Qt could not start";
+  char reason[512] = "";
+  Backend* created = factory(reason, sizeof reason);
+  if (!created) why = *reason ? reason : "Qt could not start";
   return created;
 }
 

@@ -44,9 +44,12 @@ Backend& backend() {
   if (resolved(s.requested) == toolkit::Backend::Qt) {
     std::string why;
     s.backend.reset(loadQtBackend(why));
-    if (!s.backend && s.requested == toolkit::Backend::Qt)
-      std::fprintf(stderr, "mosa: the Qt toolkit cannot be used (%s); running headless\n",
+    if (!s.backend) {
+      // Said once: the headless backend made below serves the rest of the run.
+      std::fprintf(stderr, "mosa: %s; the dialogs run headless for the rest of this run\n",
                    why.c_str());
+      s.displayLost = true;
+    }
   }
   s.headless = !s.backend;
   if (!s.backend) s.backend = makeHeadlessBackend();
@@ -105,6 +108,7 @@ void configureSession(const SessionOptions& options) {
   s.waitLeft = 0;
   s.answersGiven = !s.answers.empty();
   s.shotsDir = options.shotsDir;
+  s.hostName = detail::fromUtf8(options.hostName);
   s.shotCount = 0;
   s.stopped = false;
   s.stopMessage.clear();
@@ -154,6 +158,10 @@ std::string stopMessage() {
 }
 bool scriptedSession() {
   return detail::scripted();
+}
+bool stoppedForDisplay() {
+  const detail::Session& s = session();
+  return s.stopped && s.displayLost && !s.answersGiven;
 }
 
 }  // namespace toolkit

@@ -16,6 +16,7 @@ namespace toolkit::detail {
 struct Session {
   std::unique_ptr<Backend> backend;  // made on first use
   bool headless = false;             // the backend in use is the headless one
+  bool displayLost = false;          // Qt was wanted but cannot start here
   toolkit::Backend requested = toolkit::Backend::Auto;
   bool configured = false;
   bool answersGiven = false;
@@ -24,6 +25,7 @@ struct Session {
   Tick waitLeft = 0;            // rest of a "wait" cut short by a deadline
   std::FILE* trace = nullptr;
   std::string shotsDir;
+  std::u16string hostName = u"Mosa";
   int shotCount = 0;
   bool stopped = false;
   std::string stopMessage;

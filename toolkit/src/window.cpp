@@ -300,6 +300,10 @@ class Window final : public DialogWindow {
           b.waitUntil(deadline);
           return {};
         }
+        if (s.displayLost && !s.answersGiven) {
+          throw stopRun("dialog " + std::to_string(state_.id) +
+                        " waits for a person, and the display cannot be used");
+        }
         throw stopRun("dialog " + std::to_string(state_.id) +
                       " waits for an answer and none is left");
       }

@@ -23,7 +23,8 @@ struct RunOptions {
 };
 
 // Exit statuses of the program.
-enum ExitStatus { kExitOk = 0, kExitScriptError = 2, kExitNoAnswer = 3 };
+// kExitNoDisplay: a dialog waited for a person, but the display could not be used.
+enum ExitStatus { kExitOk = 0, kExitScriptError = 2, kExitNoAnswer = 3, kExitNoDisplay = 4 };
 
 class Runner : public ScriptHost {
  public:

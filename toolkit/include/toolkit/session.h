@@ -17,6 +17,8 @@ struct SessionOptions {
   std::vector<std::string> answers;  // in order; one per entry, grammar as in the README
   std::string tracePath;             // JSON Lines; empty: no trace
   std::string shotsDir;              // a PNG of each dialog state (Qt only); empty: none
+  // The host program's name as people write it (UTF-8): a dialog window with no title shows it.
+  std::string hostName = "Mosa";
 };
 
 // Validates and applies the options. Throws std::invalid_argument with a message that names the
@@ -48,5 +50,10 @@ std::string stopMessage();
 
 // Whether answers drive this run (any were given, or the backend is headless).
 bool scriptedSession();
+
+// True when the run stopped because a dialog waited for a person while Qt, wanted, could not start
+// (a display that cannot be opened, no platform plug-in that loads): the toolkit said so once on
+// standard error and ran headless from then on. The host exits with a status of its own.
+bool stoppedForDisplay();
 
 }  // namespace toolkit

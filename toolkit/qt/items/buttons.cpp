@@ -1,5 +1,6 @@
 // Buttons, check boxes and edit fields.
-// Implements: titles as plain text, a button's or check box's hit when the mouse goes up inside
+// Implements: titles as plain text, a title wider than its button cut in the middle with its
+// whole text as a tooltip, a button's or check box's hit when the mouse goes up inside
 // it (a mouse-down on a disabled one still reaches the dialog), a field's text, mask, caret and
 // selection, a click placing the caret, and reading back what a person typed or selected.
 // Not yet: a field's own length limit (the dialog's filter enforces it).
@@ -36,15 +37,37 @@ class ButtonItem final : public ItemAdapter {
   }
   QWidget* widget() const override { return button_; }
   void apply(const detail::ItemState& item) override {
-    const QString title = plainTitle(item.text);
-    if (button_->text() != title) button_->setText(title);
+    title_ = toQString(item.text);
+    refresh();
+  }
+  // A title wider than the button is cut in its middle, and shown whole as a tooltip.
+  void refresh() override {
+    const int room = button_->width() - widthFor(QString());
+    QString shown = button_->fontMetrics().elidedText(title_, Qt::ElideMiddle, room);
+    if (widthFor(title_) <= button_->width()) shown = title_;
+    const QString tip = shown == title_ ? QString() : title_;
+    shown.replace(QLatin1Char('&'), QLatin1String("&&"));  // '&' would mark a shortcut
+    if (button_->text() != shown) button_->setText(shown);
+    if (button_->toolTip() != tip) button_->setToolTip(tip);
   }
   Press press(QWidget*, const QMouseEvent&, bool) override {
     return pressOnControl(button_, click());
   }
+  // The width the whole title needs, with the style's margins.
+  int widthFor(const QString& title) const {
+    QStyleOptionButton option;
+    option.initFrom(button_);
+    option.text = title;
+    const QSize text = button_->fontMetrics().size(Qt::TextSingleLine, title);
+    return button_->style()
+        ->sizeFromContents(QStyle::CT_PushButton, &option, text, button_)
+        .width();
+  }
+  int neededWidth() const { return widthFor(title_); }
 
  private:
   QPushButton* button_;
+  QString title_;
 };
 
 class CheckboxItem final : public ItemAdapter {
@@ -140,6 +163,9 @@ class EditItem final : public ItemAdapter {
 
 std::unique_ptr<ItemAdapter> makeButton(int n, Post post, QWidget* parent) {
   return std::make_unique<ButtonItem>(n, std::move(post), parent);
+}
+int neededButtonWidth(ItemAdapter& button) {
+  return static_cast<ButtonItem&>(button).neededWidth();
 }
 std::unique_ptr<ItemAdapter> makeCheckbox(int n, Post post, QWidget* parent) {
   return std::make_unique<CheckboxItem>(n, std::move(post), parent);

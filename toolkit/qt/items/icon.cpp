@@ -1,9 +1,11 @@
 // Icon items.
-// Implements: the note, caution and stop icons from the style's theme, a custom picture scaled
+// Implements: the note, caution and stop icons from the platform's icon theme (the style's own as
+// the fallback), a custom picture scaled
 // into the rectangle keeping its proportions, drawn again for the pixel ratio of the screen the
 // window moves to, and a mouse-down reaching the dialog.
 // Not yet: icons that change while shown (an animated picture).
 #include <QApplication>
+#include <QIcon>
 #include <QLabel>
 #include <QPixmap>
 #include <QStyle>
@@ -15,31 +17,19 @@ namespace {
 
 QPixmap iconPixmap(IconKind kind, const Image* image, QSize size, qreal ratio) {
   if (size.isEmpty()) return {};
-  QStyle::StandardPixmap standard;
-  switch (kind) {
-    case IconKind::Note:
-      standard = QStyle::SP_MessageBoxInformation;
-      break;
-    case IconKind::Caution:
-      standard = QStyle::SP_MessageBoxWarning;
-      break;
-    case IconKind::Stop:
-      standard = QStyle::SP_MessageBoxCritical;
-      break;
-    case IconKind::Custom: {
-      if (!image || image->empty()) return {};
-      QImage picture(reinterpret_cast<const uchar*>(image->pixels.data()), image->width,
-                     image->height, image->width * 4, QImage::Format_ARGB32);
-      QPixmap scaled = QPixmap::fromImage(
-          picture.scaled(size * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-      scaled.setDevicePixelRatio(ratio);
-      return scaled;
-    }
-    default:
-      return {};
+  if (kind == IconKind::Custom) {
+    if (!image || image->empty()) return {};
+    QImage picture(reinterpret_cast<const uchar*>(image->pixels.data()), image->width,
+                   image->height, image->width * 4, QImage::Format_ARGB32);
+    QPixmap scaled = QPixmap::fromImage(
+        picture.scaled(size * ratio, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    scaled.setDevicePixelRatio(ratio);
+    return scaled;
   }
-  int side = std::min(size.width(), size.height());
-  return QApplication::style()->standardIcon(standard).pixmap(QSize(side, side), ratio);
+  const QIcon icon = themeIcon(kind);
+  if (icon.isNull()) return {};
+  const int side = std::min(size.width(), size.height());
+  return icon.pixmap(QSize(side, side), ratio);
 }
 
 class IconItem final : public ItemAdapter {
@@ -77,6 +67,27 @@ class IconItem final : public ItemAdapter {
 };
 
 }  // namespace
+
+QIcon themeIcon(IconKind kind) {
+  const char* name = nullptr;
+  QStyle::StandardPixmap standard = QStyle::SP_MessageBoxInformation;
+  switch (kind) {
+    case IconKind::Note:
+      name = "dialog-information";
+      break;
+    case IconKind::Caution:
+      name = "dialog-warning";
+      standard = QStyle::SP_MessageBoxWarning;
+      break;
+    case IconKind::Stop:
+      name = "dialog-error";
+      standard = QStyle::SP_MessageBoxCritical;
+      break;
+    default:
+      return {};
+  }
+  return QIcon::fromTheme(QLatin1String(name), QApplication::style()->standardIcon(standard));
+}
 
 std::unique_ptr<ItemAdapter> makeIcon(int n, Post post, QWidget* parent) {
   return std::make_unique<IconItem>(n, std::move(post), parent);

@@ -1,6 +1,8 @@
 // The adapters of each item kind (see item.h), made by makeAdapter.
 #pragma once
 
+#include <QIcon>
+
 #include "item.h"
 
 namespace toolkit::qt {
@@ -23,5 +25,14 @@ namespace toolkit::qt {
 // Static texts: the height the text needs at a width, and whether it scrolls in a view.
 int neededTextHeight(ItemAdapter& staticText, int width);
 void setTextScrolled(ItemAdapter& staticText, bool scrolled);
+// Static texts, when no field takes the keys: the command key and C copies what a person selected;
+// Page Up, Page Down, Home, End and the arrows scroll a text shown in a scrolling view. False when
+// the key did nothing to this text.
+bool textKey(ItemAdapter& staticText, const Event& event);
+// The note, caution and stop icons of the icon theme (IconKind::Note, Caution, Stop), with the
+// style's own as the fallback; null for other kinds.
+QIcon themeIcon(IconKind kind);
+// Buttons: the width the whole title needs, with the style's margins.
+int neededButtonWidth(ItemAdapter& button);
 
 }  // namespace toolkit::qt

@@ -1,10 +1,14 @@
 // Static texts.
 // Implements: plain text wrapped as the host wraps it (a word wider than the item may break
 // anywhere), the height it needs at a width (the window grows to show it), a scrolling view when
-// even the grown window cannot hold it, and a mouse-down reaching the dialog.
-// Not yet: selectable text.
+// even the grown window cannot hold it, a mouse-down reaching the dialog,
+// a selection made with the mouse, copied with the command key and C or the context menu, and a
+// scrolling view moved by Page Up, Page Down, Home, End and the arrows.
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QStyle>
 
 #include "items.h"
@@ -52,6 +56,9 @@ class StaticTextItem final : public ItemAdapter {
     label_->setTextFormat(Qt::PlainText);
     label_->setWordWrap(true);
     label_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    // A person can select the message and copy it; the focus stays where the dialog put it.
+    label_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    label_->setFocusPolicy(Qt::NoFocus);
   }
   QWidget* widget() const override { return label_; }
   QWidget* outer() const override {
@@ -81,6 +88,39 @@ class StaticTextItem final : public ItemAdapter {
       delete scroller_.data();
     }
   }
+  bool copySelection() const {
+    if (!label_->hasSelectedText()) return false;
+    QString text = label_->selectedText();
+    text.remove(QChar(0x200B));  // the breaks added for long words are not the message's
+    QGuiApplication::clipboard()->setText(text);
+    return true;
+  }
+  bool scrollByKey(char16_t key) const {
+    if (!scroller_) return false;
+    QScrollBar* bar = scroller_->verticalScrollBar();
+    switch (key) {
+      case kCharPageUp:
+        bar->triggerAction(QAbstractSlider::SliderPageStepSub);
+        return true;
+      case kCharPageDown:
+        bar->triggerAction(QAbstractSlider::SliderPageStepAdd);
+        return true;
+      case kCharUp:
+        bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        return true;
+      case kCharDown:
+        bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+        return true;
+      case kCharHome:
+        bar->triggerAction(QAbstractSlider::SliderToMinimum);
+        return true;
+      case kCharEnd:
+        bar->triggerAction(QAbstractSlider::SliderToMaximum);
+        return true;
+      default:
+        return false;
+    }
+  }
   Press press(QWidget* receiver, const QMouseEvent& mouse, bool doubleClick) override {
     if (scroller_ && receiver != label_ && receiver != scroller_->viewport()) return {};  // its bar
     return ItemAdapter::press(receiver, mouse, doubleClick);
@@ -103,6 +143,12 @@ int neededTextHeight(ItemAdapter& adapter, int width) {
 }
 void setTextScrolled(ItemAdapter& adapter, bool scrolled) {
   static_cast<StaticTextItem&>(adapter).setScrolled(scrolled);
+}
+bool textKey(ItemAdapter& adapter, const Event& event) {
+  auto& text = static_cast<StaticTextItem&>(adapter);
+  if ((event.modifiers & kModCommand) && (event.character | 0x20) == u'c')
+    return text.copySelection();
+  return !event.modifiers && text.scrollByKey(event.character);
 }
 
 }  // namespace toolkit::qt
