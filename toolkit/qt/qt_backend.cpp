@@ -67,6 +67,14 @@ void chooseIconTheme() {
 
 }  // namespace
 
+QString plainWindowTitle(const std::u16string& title) {
+  return toQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+}
+
+QRect toQRect(const Rect& r) {
+  return QRect(r.left, r.top, r.width(), r.height());
+}
+
 QString toQString(const std::u16string& text) {
   return QString(reinterpret_cast<const QChar*>(text.data()), static_cast<qsizetype>(text.size()));
 }

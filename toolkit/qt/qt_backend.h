@@ -37,5 +37,8 @@ class QtBackend final : public detail::Backend {
 // Conversions between the toolkit's UTF-16 strings and Qt's.
 QString toQString(const std::u16string& text);
 std::u16string fromQString(const QString& text);
+// Window titles are plain text: Qt reads "[*]" as the modified-document mark unless doubled.
+QString plainWindowTitle(const std::u16string& title);
+QRect toQRect(const Rect& r);
 
 }  // namespace toolkit::qt

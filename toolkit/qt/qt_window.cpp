@@ -13,17 +13,8 @@
 namespace toolkit::qt {
 namespace {
 
-QRect toQRect(const Rect& r) {
-  return QRect(r.left, r.top, r.width(), r.height());
-}
-
 // Room above a window for the title bar the window manager adds.
 constexpr int kFrameAllowance = 40;
-
-// Window titles are plain text: Qt reads "[*]" as the modified-document mark unless doubled.
-QString plainWindowTitle(const std::u16string& title) {
-  return toQString(title).replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-}
 
 bool isTextKind(ItemKind kind) {
   return kind == ItemKind::Edit || kind == ItemKind::TextArea;
