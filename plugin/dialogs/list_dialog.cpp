@@ -80,8 +80,8 @@ bool moveSelection(toolkit::DialogWindow* dialog, bool up, std::int16_t* itemHit
 void growWindow(toolkit::DialogWindow* dialog, int width, int height) {
   const toolkit::Rect screen = toolkit::screenBounds();
   const int minWidth = minimumWidth(dialog);
-  width = std::clamp(width, minWidth, std::max(minWidth, screen.width()));
-  height = std::clamp(height, kMinHeight, std::max(kMinHeight, screen.height()));
+  width = std::clamp(width, minWidth, std::max(minWidth, screen.right));
+  height = std::clamp(height, kMinHeight, std::max(kMinHeight, screen.bottom));
   const toolkit::Rect window = dialog->windowRect();
   if (width != window.width() || height != window.height())
     Mac_DoResizeListDialog(dialog, width, height);
