@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Pictures of the standard dialog in its variants, drawn by the Qt toolkit off screen: every variant
+# Pictures of the dialogs in their variants, drawn by the Qt toolkit off screen: every variant
 # into $BUILD/shots/ (BUILD defaults to build-release, built here with the release preset when it
-# has no mosa-host yet), and the three that the README shows into docs/.
+# has no mosa-host yet), and the ones that the README shows into docs/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 build="${BUILD:-build-release}"
@@ -32,7 +32,24 @@ shot four-buttons 'Mosa_Dialog ( "-NoteIcon" ; "Which report would you like to p
 shot long-message 'Mosa_Dialog ( "-CautionIcon" ; "The import finished, but 37 of the 1,204 records need your attention. " & Substitute ( "xxxx" ; "x" ; "Some records could not be matched to an existing customer, so they were added as new customers; others had dates that could not be read and were left empty. " ) & "Open the import log to review them." ; "OK" ; "Show Log" )'
 shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "docs/custom-icon.jpg" ) ) & Mosa_Dialog ( "-CustomIcon" ; "Your photo has been added to the contact “Ada Lovelace”." ; "OK" ; "Undo" )'
 
-# The three the README shows.
+# shot_after NAME EXPRESSION ANSWER...: the dialog after the answers but the last one.
+shot_after() {
+  local name=$1 expr=$2 tmp="$out/.tmp" answers=()
+  shift 2
+  for answer in "$@"; do answers+=(--answer "$answer"); done
+  rm -rf "$tmp"
+  "$build/bin/mosa-host" --ui qt "${answers[@]}" --shots "$tmp" --eval "$expr" >/dev/null
+  mv "$(ls "$tmp"/*-state.png | tail -1)" "$out/$name.png"
+  rm -rf "$tmp"
+  echo "$out/$name.png"
+}
+
+# The list dialog, its corner dragged to 600 by 380, a row chosen by typing its first letter.
+shot_after list-resized 'Mosa_ListDialog ( "-NoteIcon -dialogName=Offices. -Button1NeedsSelection" ; "Which office should handle the order? Type a letter to jump to a city." ; "Choose" ; "Cancel" ; "" ; "" ; "Amsterdam|Athens|Berlin|Brussels|Copenhagen|Dublin|Helsinki|Lisbon|Ljubljana|London|Madrid|Oslo|Paris|Prague|Rome|Stockholm|Tallinn|Vienna|Warsaw|Zagreb" )' \
+  'resize 600 380' 'key l' 'key l' 'click 1'
+
+# The ones the README shows.
 cp "$out/caution.png" docs/dialog-caution.png
 cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
+cp "$out/list-resized.png" docs/list-dialog-resized.png
