@@ -137,7 +137,7 @@ void Zk7ListDialogBody(Zk7Call& call, fmx::int32& err) {
     if (err == kErrNone)
       err = Zk7SetUpList(rows, &gAListCount, &gAInitialSelectItem, listTxt,
                          gRemoveEmptyLineAtEnd != 0);
-    if (err == kErrNone) dialog->setRows(kListItem, rows);
+    if (err == kErrNone) dialog->setRows(kListItem, std::move(rows));
   } catch (const std::bad_alloc&) {
     err = kErrMemory;
   }

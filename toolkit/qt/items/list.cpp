@@ -16,24 +16,37 @@
 namespace toolkit::qt {
 namespace {
 
+// The rows in one string with where each starts: a few allocations, whatever the number of rows.
 class Rows final : public QAbstractListModel {
  public:
   explicit Rows(QObject* parent) : QAbstractListModel(parent) {}
   void set(const std::vector<std::u16string>& rows) {
     beginResetModel();
-    rows_ = rows;
+    std::size_t size = 0;
+    for (const std::u16string& row : rows) size += row.size();
+    text_.clear();
+    text_.reserve(static_cast<qsizetype>(size));
+    starts_.clear();
+    starts_.reserve(rows.size() + 1);
+    for (const std::u16string& row : rows) {
+      starts_.push_back(text_.size());
+      text_.append(reinterpret_cast<const QChar*>(row.data()), static_cast<qsizetype>(row.size()));
+    }
+    starts_.push_back(text_.size());
     endResetModel();
   }
-  int count() const { return static_cast<int>(rows_.size()); }
+  int count() const { return starts_.empty() ? 0 : static_cast<int>(starts_.size() - 1); }
   int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : count(); }
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= count()) return {};
     if (role != Qt::DisplayRole && role != Qt::AccessibleTextRole) return {};
-    return toQString(rows_[static_cast<std::size_t>(index.row())]);
+    const auto row = static_cast<std::size_t>(index.row());
+    return text_.mid(starts_[row], starts_[row + 1] - starts_[row]);
   }
 
  private:
-  std::vector<std::u16string> rows_;
+  QString text_;
+  std::vector<qsizetype> starts_;
 };
 
 class ListItem final : public ItemAdapter {
