@@ -31,6 +31,7 @@ shot no-icon 'Mosa_Dialog ( "" ; "Continue with the next record?" ; "Continue" ;
 shot four-buttons 'Mosa_Dialog ( "-NoteIcon" ; "Which report would you like to print for the 12 selected records?" ; "Summary" ; "Cancel" ; "Details" ; "Both" )'
 shot long-message 'Mosa_Dialog ( "-CautionIcon" ; "The import finished, but 37 of the 1,204 records need your attention. " & Substitute ( "xxxx" ; "x" ; "Some records could not be matched to an existing customer, so they were added as new customers; others had dates that could not be read and were left empty. " ) & "Open the import log to review them." ; "OK" ; "Show Log" )'
 shot custom-icon 'Mosa_IconControl ( "-SetCustomIcon" ; ReadFileAsContainer ( "docs/custom-icon.jpg" ) ) & Mosa_Dialog ( "-CustomIcon" ; "Your photo has been added to the contact “Ada Lovelace”." ; "OK" ; "Undo" )'
+shot big-input 'Mosa_BigInputDialog ( "-NoteIcon -Width=620 -Height=380 -dialogName=Meeting notes." ; "Notes of today’s meeting. Return starts a new line, Enter saves." ; "Save" ; "Cancel" ; "" ; "" ; "Agenda:¶1. Budget for the autumn: the numbers from Maria, and what the new printer costs.¶2. Hiring: two interviews next week, Köln and Zürich.¶3. Summer party: 12 July, in the garden if the weather allows.¶¶Decisions:¶- The budget stands as drafted.¶- Ana writes to both candidates by Friday.¶" )'
 
 # shot_after NAME EXPRESSION ANSWER...: the dialog after the answers but the last one.
 shot_after() {
@@ -52,4 +53,5 @@ shot_after list-resized 'Mosa_ListDialog ( "-NoteIcon -dialogName=Offices. -Butt
 cp "$out/caution.png" docs/dialog-caution.png
 cp "$out/long-message.png" docs/dialog-long-message.png
 cp "$out/custom-icon.png" docs/dialog-custom-icon.png
+cp "$out/big-input.png" docs/big-input.png
 cp "$out/list-resized.png" docs/list-dialog-resized.png

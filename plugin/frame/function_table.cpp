@@ -6,7 +6,7 @@
 
 const Zk7FunctionRow gMosaFunctions[kMosaFunctionCount] = {
     // id, handler, min args, max args
-    {4300, nullptr, 2, 7},  // Mosa_BigInputDialog
+    {4300, ZkMosa7_DoBigInputDialog, 2, 7},
     {4301, nullptr, 2, 2},  // Mosa_DelayTicks
     {4302, ZkMosa7_DoDialog, 2, 6},
     {4303, nullptr, 3, 3},  // Mosa_FlashDialog

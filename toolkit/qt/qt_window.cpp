@@ -322,6 +322,16 @@ Outcome QtWindow::applyDefault(detail::WindowState& state, const Event& event) {
                        field->visible && field->enabled &&
                        !(event.modifiers & (kModCommand | kModControl));
   const char16_t c = event.character;
+  if (event.type == Event::Type::Key && field && field->kind == ItemKind::TextArea &&
+      (event.modifiers & kModCommand) && (c == u'z' || c == u'Z')) {
+    // Undo and redo are the widget's, which keeps the history of every edit.
+    const std::u16string before = field->text;
+    deliverKeyNatively(state.focus, event);
+    readBackItem(*field);
+    const bool changed = field->text != before;
+    return Outcome{
+        .itemHit = field->n, .textChanged = changed, .changedItem = changed ? field->n : 0};
+  }
   if (editing && detail::isCaretKey(event)) {
     // Lines and pages of a text area are the real layout's; other caret moves are the model's.
     const bool vertical = c == kCharUp || c == kCharDown || c == kCharPageUp || c == kCharPageDown;

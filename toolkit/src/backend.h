@@ -24,6 +24,14 @@ namespace toolkit::detail {
 
 class Backend;
 
+// One change of a text area's text, as undo and redo replay it: at `at`, `removed` gave way to
+// `inserted`.
+struct TextEdit {
+  int at = 0;
+  std::u16string removed;
+  std::u16string inserted;
+};
+
 struct ItemState {
   int n = 0;
   ItemKind kind = ItemKind::Text;
@@ -37,6 +45,8 @@ struct ItemState {
   bool masked = false;                 // edit field shows bullets
   int selStart = 0, selEnd = 0;        // edit field and text area selection
   int scroll = 0;                      // text area and list: scrolled distance in pixels
+  std::vector<TextEdit> undo, redo;    // text area: the edits since its text was set, newest last
+  std::uint64_t textSet = 0;           // counts the times the dialog set the whole text
   std::vector<std::u16string> menu;    // pop-up entries
   std::vector<std::u16string> rows;    // list rows
   std::uint64_t rowsSet = 0;           // list: counts the times the rows were set
@@ -119,6 +129,8 @@ struct TextGeometry {
 Outcome applyDefaultToModel(WindowState& window, const Event& event, Backend& backend);
 // The default handling of a key in a focused field on the model: what the key means for the text.
 Outcome keyInField(WindowState& window, ItemState& item, const Event& event, Backend& backend);
+// Replaces the selection by `text` and puts the caret after it; a text area can undo it.
+void replaceSelectionInModel(ItemState& item, const std::u16string& text);
 // Whether a key only moves the caret or the selection (no text changes).
 bool isCaretKey(const Event& event);
 

@@ -134,11 +134,15 @@ void clampSelection(ItemState& item) {
   item.selEnd = std::clamp(item.selEnd, item.selStart, length);
 }
 
-void replaceSelection(ItemState& item, const std::u16string& text) {
-  clampSelection(item);
-  item.text.replace(static_cast<std::size_t>(item.selStart),
-                    static_cast<std::size_t>(item.selEnd - item.selStart), text);
-  item.selStart = item.selEnd = item.selStart + static_cast<int>(text.size());
+// Undo (or redo, from the other list) the newest edit: its text goes back, the caret after it.
+void replayEdit(ItemState& item, std::vector<TextEdit>& from, std::vector<TextEdit>& to) {
+  if (from.empty()) return;
+  TextEdit edit = std::move(from.back());
+  from.pop_back();
+  item.text.replace(static_cast<std::size_t>(edit.at), edit.inserted.size(), edit.removed);
+  item.selStart = item.selEnd = edit.at + static_cast<int>(edit.removed.size());
+  std::swap(edit.removed, edit.inserted);
+  to.push_back(std::move(edit));
 }
 
 bool takesButtonFocus(const ItemState& item) {
@@ -237,6 +241,18 @@ bool movesBack(char16_t c) {
 
 }  // namespace
 
+void replaceSelectionInModel(ItemState& item, const std::u16string& text) {
+  clampSelection(item);
+  const auto start = static_cast<std::size_t>(item.selStart);
+  const auto count = static_cast<std::size_t>(item.selEnd - item.selStart);
+  if (item.kind == ItemKind::TextArea && (count > 0 || !text.empty())) {
+    item.undo.push_back({item.selStart, item.text.substr(start, count), text});
+    item.redo.clear();
+  }
+  item.text.replace(start, count, text);
+  item.selStart = item.selEnd = item.selStart + static_cast<int>(text.size());
+}
+
 bool isCaretKey(const Event& e) {
   if (e.type != Event::Type::Key) return false;
   switch (e.character) {
@@ -285,14 +301,21 @@ Outcome keyInField(WindowState& window, ItemState& item, const Event& e, Backend
         break;
       case u'x':
         if (!selected.empty() && !item.masked) backend.setClipboardText(selected);
-        replaceSelection(item, u"");
+        replaceSelectionInModel(item, u"");
+        break;
+      case u'z':
+      case u'Z':
+        if (e.modifiers & kModShift)
+          replayEdit(item, item.redo, item.undo);
+        else
+          replayEdit(item, item.undo, item.redo);
         break;
       case u'v':
         if (auto clip = backend.clipboardText()) {
           std::u16string text = *clip;
           if (item.kind == ItemKind::Edit) std::replace(text.begin(), text.end(), u'\n', u' ');
           if (item.kind == ItemKind::TextArea) std::replace(text.begin(), text.end(), u'\n', u'\r');
-          replaceSelection(item, text);
+          replaceSelectionInModel(item, text);
         }
         break;
       default:
@@ -300,18 +323,18 @@ Outcome keyInField(WindowState& window, ItemState& item, const Event& e, Backend
     }
   } else if (c == kCharBackspace) {
     if (item.selStart == item.selEnd && item.selStart > 0) --item.selStart;
-    replaceSelection(item, u"");
+    replaceSelectionInModel(item, u"");
   } else if (c == kCharDelete) {
     if (item.selStart == item.selEnd && item.selEnd < static_cast<int>(item.text.size()))
       ++item.selEnd;
-    replaceSelection(item, u"");
+    replaceSelectionInModel(item, u"");
   } else if (c == kCharTab) {
     moveFocus(window, (e.modifiers & kModShift) != 0);
     out.itemHit = 0;
   } else if ((c == kCharReturn || c == kCharEnter) && item.kind == ItemKind::TextArea) {
-    replaceSelection(item, u"\r");
+    replaceSelectionInModel(item, u"\r");
   } else if (c >= 32) {
-    replaceSelection(item, std::u16string(1, c));
+    replaceSelectionInModel(item, std::u16string(1, c));
   }
   ++item.changes;
   out.textChanged = item.text != before;

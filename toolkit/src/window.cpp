@@ -88,6 +88,9 @@ class Window final : public DialogWindow {
     change(n, [&](ItemState& i) {
       i.text = text;
       i.selStart = i.selEnd = static_cast<int>(text.size());
+      i.undo.clear();
+      i.redo.clear();
+      ++i.textSet;
     });
   }
   std::u16string itemText(int n) const override {
@@ -125,13 +128,7 @@ class Window final : public DialogWindow {
     return i ? std::pair{i->selStart, i->selEnd} : std::pair{0, 0};
   }
   void replaceSelection(int n, const std::u16string& text) override {
-    change(n, kTextKinds, [&](ItemState& i) {
-      const int length = static_cast<int>(i.text.size());
-      int start = std::clamp(i.selStart, 0, length);
-      int end = std::clamp(i.selEnd, start, length);
-      i.text.replace(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start), text);
-      i.selStart = i.selEnd = start + static_cast<int>(text.size());
-    });
+    change(n, kTextKinds, [&](ItemState& i) { replaceSelectionInModel(i, text); });
   }
 
   void setMenu(int n, const std::vector<std::u16string>& entries) override {

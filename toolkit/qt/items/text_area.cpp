@@ -2,8 +2,11 @@
 // Implements: plain text with the host's carriage returns, caret, selection and scroll position
 // shown from the model and read back from the widget, a click placing the caret, the text's
 // geometry in the real font, scrolling by itself (wheel, drag, caret kept in view) reported as a
-// Scroll event, and no bar of its own when the dialog drives a scroll-bar item beside it.
-// Not yet: rich text, undo and redo (the dialog's), a horizontal scroll.
+// Scroll event, no bar of its own when the dialog drives a scroll-bar item beside it, and undo and
+// redo of every edit, a person's or the dialog's, since the dialog set the text.
+// Not yet: a horizontal scroll.
+#include <QCoreApplication>
+#include <QResizeEvent>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextEdit>
@@ -38,7 +41,12 @@ class TextAreaItem final : public ItemAdapter {
   QWidget* widget() const override { return area_; }
   void apply(const detail::ItemState& item) override {
     const QString text = toAreaText(item.text);
-    if (area_->toPlainText() != text) area_->setPlainText(text);
+    if (item.textSet != textSet_) {
+      textSet_ = item.textSet;
+      area_->setPlainText(text);  // a new text starts a new history
+    } else {
+      replaceChanged(text);
+    }
     const int size = static_cast<int>(text.size());
     const int start = std::clamp(item.selStart, 0, size);
     const int end = std::clamp(item.selEnd, start, size);
@@ -85,7 +93,16 @@ class TextAreaItem final : public ItemAdapter {
   }
   detail::TextGeometry textGeometry(const detail::ItemState&) override {
     QTextDocument* document = area_->document();
-    document->setTextWidth(area_->viewport()->width());
+    if (area_->testAttribute(Qt::WA_PendingResizeEvent)) {
+      // A widget not shown yet hears of its size only when shown; the text is measured now, so
+      // it lays itself out for that size now, and once.
+      QResizeEvent resize(area_->size(), QSize());
+      QCoreApplication::sendEvent(area_, &resize);
+      area_->setAttribute(Qt::WA_PendingResizeEvent, false);
+    }
+    // Laying out again costs a pass over the whole text: only when the width really changed.
+    const qreal width = area_->viewport()->width();
+    if (document->textWidth() != width) document->setTextWidth(width);
     QTextCursor caret = area_->textCursor();
     caret.setPosition(caret.selectionEnd());
     const QRect rect = area_->cursorRect(caret);
@@ -98,7 +115,25 @@ class TextAreaItem final : public ItemAdapter {
   }
 
  private:
+  // The dialog changed part of the text (a paste it cut to size, say): only that part is replaced,
+  // as one edit a person can undo.
+  void replaceChanged(const QString& text) {
+    const QString shown = area_->toPlainText();
+    if (shown == text) return;
+    qsizetype head = 0;
+    const qsizetype least = std::min(shown.size(), text.size());
+    while (head < least && shown[head] == text[head]) ++head;
+    qsizetype tail = 0;
+    while (tail < least - head && shown[shown.size() - 1 - tail] == text[text.size() - 1 - tail])
+      ++tail;
+    QTextCursor cursor(area_->document());
+    cursor.setPosition(static_cast<int>(head));
+    cursor.setPosition(static_cast<int>(shown.size() - tail), QTextCursor::KeepAnchor);
+    cursor.insertText(text.mid(head, text.size() - tail - head));
+  }
+
   QTextEdit* area_;
+  std::uint64_t textSet_ = ~std::uint64_t{0};  // the model's textSet last shown
 };
 
 }  // namespace
