@@ -103,7 +103,6 @@ TEST_F(EntryFaults, FunctionCallsAnswerAndNeverThrow) {
       {4305, {"-text2"}},
       {4306, {"-popup1"}},
       {4307, {"-SetCustomIcon", ""}},
-      {4309, {"-Width=600", "Pick", "One", "", "", "", "a|b|c"}},  // stops at once: no answers
       {4311, {"", "Title"}},
       {4312, {"", "a", "b"}},
       {4313, {"", "Name", "City"}},
