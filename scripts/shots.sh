@@ -39,6 +39,14 @@ shot_last() {
   rm -rf "$tmp"
   "$build/bin/mosa-host" --ui qt --answer 'click 1' --shots "$tmp" --eval "$expr" >/dev/null
   mv "$(ls "$tmp"/*-"$kind".png | tail -1)" "$out/$name.png"
+# shot_after NAME EXPRESSION ANSWER...: the dialog after the answers but the last one.
+shot_after() {
+  local name=$1 expr=$2 tmp="$out/.tmp" answers=()
+  shift 2
+  for answer in "$@"; do answers+=(--answer "$answer"); done
+  rm -rf "$tmp"
+  "$build/bin/mosa-host" --ui qt "${answers[@]}" --shots "$tmp" --eval "$expr" >/dev/null
+  mv "$(ls "$tmp"/*-state.png | tail -1)" "$out/$name.png"
   rm -rf "$tmp"
   echo "$out/$name.png"
 }
@@ -77,6 +85,9 @@ focus_shot() {
   rm -rf "$tmp"
 }
 focus_shot
+# The list dialog, its corner dragged to 600 by 380, a row chosen by typing its first letter.
+shot_after list-resized 'Mosa_ListDialog ( "-NoteIcon -dialogName=Offices. -Button1NeedsSelection" ; "Which office should handle the order? Type a letter to jump to a city." ; "Choose" ; "Cancel" ; "" ; "" ; "Amsterdam|Athens|Berlin|Brussels|Copenhagen|Dublin|Helsinki|Lisbon|Ljubljana|London|Madrid|Oslo|Paris|Prague|Rome|Stockholm|Tallinn|Vienna|Warsaw|Zagreb" )' \
+  'resize 600 380' 'key l' 'key l' 'click 1'
 
 # The ones the README shows.
 cp "$out/caution.png" docs/dialog-caution.png
@@ -93,3 +104,4 @@ cp "$out/flash.png" docs/flash-note.png
 # boxes.
 shot input-nine 'Mosa_SetLabels ( "" ; "Name" ; "E-mail" ; "Phone" ; "Country" ; "Plan" ; "Password" ; "Confirm" ; "Send me the monthly newsletter" ; "I accept the terms of service" ) & Mosa_SetInput ( "" ; "Ada Lovelace" ; "ada@example.org" ; "" ; "United Kingdom" ; "Team" ; "analytical" ; "analytical" ; "1" ; "0" ) & Mosa_SetPopup ( "-popup4" ; "France¶Germany¶Norway¶United Kingdom¶-¶Other" ) & Mosa_SetPopup ( "-popup5" ; "Personal¶Team¶Enterprise" ) & Mosa_InputDialog ( "-NoteIcon -popup4 -popup5 -Bullet6 -Bullet7 -Checkbox8 -Checkbox9 -dialogName=New account" ; 9 ; "Create an account for the new colleague. The password must be typed twice." ; "Create" ; "Cancel" )'
 cp "$out/input-nine.png" docs/input-dialog.png
+cp "$out/list-resized.png" docs/list-dialog-resized.png

@@ -1,4 +1,5 @@
 // The host's single entry point and the plug-in's lifecycle: init, idle, shut-down, get-string.
+#include "dialogs/list_dialog.h"
 #include "fmx/FMXExtern.h"
 #include "frame/frame.h"
 #include "frame/handlers.h"
@@ -126,6 +127,7 @@ void ZkMosa7_PluginShutdown() {
 
 void ZkMosaShutdown7() {
   Zk7DeleteAllCustomIconData();
+  Zk7DisposeLeftListDialog();
   // The dialog state's host texts must go before the host library does.
   Zk7ReleaseDialogState();
 }

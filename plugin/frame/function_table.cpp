@@ -15,7 +15,7 @@ const Zk7FunctionRow gMosaFunctions[kMosaFunctionCount] = {
     {4306, ZkMosa7_DoGetPopup, 1, 1},
     {4307, ZkMosa7_DoIconControl, 2, 2},
     {4308, ZkMosa7_DoInputDialog, 4, 7},
-    {4309, nullptr, 3, 7},  // Mosa_ListDialog
+    {4309, ZkMosa7_DoListDialog, 3, 7},
     {4310, ZkMosa7_DoProgressBar, 2, 4},
     {4311, ZkMosa7_DoSetDialogTitle, 2, 2},
     {4312, ZkMosa7_DoSetInput, 1, 10},

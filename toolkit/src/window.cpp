@@ -138,11 +138,11 @@ class Window final : public DialogWindow {
   }
   std::vector<std::u16string> menu(int n) const override { return read(n, &ItemState::menu, {}); }
 
-  void setRows(int n, const std::vector<std::u16string>& rows) override {
+  void setRows(int n, std::vector<std::u16string> rows) override {
     change(n, {ItemKind::List}, [&](ItemState& i) {
-      i.rows = rows;
+      i.rows = std::move(rows);
       ++i.rowsSet;
-      if (i.selectedRow >= static_cast<int>(rows.size())) i.selectedRow = -1;
+      if (i.selectedRow >= static_cast<int>(i.rows.size())) i.selectedRow = -1;
     });
   }
   int rowCount(int n) const override {

@@ -232,7 +232,7 @@ class DialogWindow {
 
   // Lists: rows from 0, one selected row at most (-1: none). Rows are read one at a time, so a
   // list of any size costs nothing to look at.
-  virtual void setRows(int n, const std::vector<std::u16string>& rows) = 0;
+  virtual void setRows(int n, std::vector<std::u16string> rows) = 0;  // moved in when it can be
   virtual int rowCount(int n) const = 0;
   virtual std::u16string rowText(int n, int row) const = 0;  // empty when out of range
   virtual void selectRow(int n, int row) = 0;                // also scrolls it into view
