@@ -4,33 +4,11 @@
 // the first. keystroke_*: one key, from the answer to the text changed and the scroll bar set
 // again, through the dialog's own key handling: a letter and a Backspace by turns, at 63,999 and
 // 64,000 characters. Headless, and Qt (QT_QPA_PLATFORM=offscreen unless a display is set).
-#include <benchmark/benchmark.h>
-
-#include <chrono>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <vector>
-
-#include "fmwrapper/host_api.h"
-#include "frame/frame.h"
-#include "toolkit/session.h"
+#include "bench_support.h"
 
 namespace {
 
-const std::string kBundle = MOSA_BENCH_BUNDLE;
 constexpr int kKeys = 400;
-
-void initPlugin() {
-  static bool done = false;
-  if (done) return;
-  done = true;
-  FMX_ExternCallStruct pb{};
-  pb.extnVersion = 60;
-  pb.whichCall = kFMXT_Init;
-  pb.instanceID = reinterpret_cast<fmx::ptrtype>(kBundle.c_str());
-  FMExternCallProc(&pb);
-}
 
 // Lines of mixed scripts, 63,999 UTF-16 units in all.
 std::u16string longText() {
@@ -43,72 +21,26 @@ std::u16string longText() {
 }
 
 bool callDialog(const std::u16string& text) {
-  fmx::DataVectUniquePtr args;
-  fmx::LocaleUniquePtr locale;
-  auto push = [&](const std::u16string& value) {
-    fmx::TextUniquePtr t;
-    t->AssignUnicodeWithLength(reinterpret_cast<const fmx::uint16*>(value.data()),
-                               static_cast<fmx::uint32>(value.size()));
-    fmx::DataUniquePtr data;
-    data->SetAsText(*t, *locale);
-    args->PushBack(*data);
-  };
-  for (const char16_t* s : {u"-NoteIcon", u"Write it all down.", u"Save", u"Cancel", u"", u""})
-    push(s);
-  push(text);
-  fmx::ExprEnvUniquePtr env;
-  fmx::DataUniquePtr result;
-  ZkMosa7_Dispatch(4300, *env, *args, *result);
-  return result->GetAsText().GetSize() > text.size();
+  return bench::call(4300,
+                     {u"-NoteIcon", u"Write it all down.", u"Save", u"Cancel", u"", u"", text})
+             .size() > text.size();
 }
-
-void configure(toolkit::Backend backend, std::vector<std::string> answers) {
-  toolkit::SessionOptions options;
-  options.backend = backend;
-  options.answers = std::move(answers);
-  toolkit::configureSession(options);
-}
-
-bool usable(benchmark::State& state, toolkit::Backend backend) {
-  if (backend != toolkit::Backend::Qt) return true;
-  if (!std::filesystem::exists(std::filesystem::path(kBundle) / "libmosa_toolkit_qt.so")) {
-    state.SkipWithError("the Qt module is not built");
-    return false;
-  }
-  return true;
-}
-
-using Clock = std::chrono::steady_clock;
 
 void Open(benchmark::State& state, toolkit::Backend backend) {
-  if (!usable(state, backend)) return;
-  initPlugin();
+  if (!bench::usable(state, backend)) return;
+  bench::loadPlugin();
   const std::u16string text = longText();
-  Clock::time_point ready;
-  toolkit::setReadyObserver([&] {
-    if (backend == toolkit::Backend::Qt) toolkit::pumpEvents();
-    ready = Clock::now();
-  });
-  configure(backend, {"key Enter"});
+  bench::ReadyClock clock(backend);
+  bench::configure(backend, {"key Enter"});
   callDialog(text);  // the backend is made and its first dialog shown before timing
-  for (auto _ : state) {
-    configure(backend, {"key Enter"});
-    ready = {};
-    const Clock::time_point begin = Clock::now();
-    if (!callDialog(text) || ready == Clock::time_point{}) {
-      state.SkipWithError("the dialog did not open and answer");
-      break;
-    }
-    state.SetIterationTime(std::chrono::duration<double>(ready - begin).count());
-  }
-  toolkit::setReadyObserver(nullptr);
+  bench::timeOpening(state, clock, backend, {"key Enter"}, [&] { return callDialog(text); });
 }
 
 // Each iteration is one dialog of kKeys keys; the time per key is the time from ready to the
 // dialog's end, divided by the keys (the closing, once, is in it).
 void Keystroke(benchmark::State& state, toolkit::Backend backend) {
-  if (!usable(state, backend)) return;
-  initPlugin();
+  if (!bench::usable(state, backend)) return;
+  bench::loadPlugin();
   const std::u16string text = longText();
   std::vector<std::string> answers;
   for (int i = 0; i < kKeys / 2; ++i) {
@@ -116,22 +48,17 @@ void Keystroke(benchmark::State& state, toolkit::Backend backend) {
     answers.emplace_back("key Backspace");
   }
   answers.emplace_back("key Enter");
-  Clock::time_point ready;
-  toolkit::setReadyObserver([&] {
-    if (backend == toolkit::Backend::Qt) toolkit::pumpEvents();
-    ready = Clock::now();
-  });
+  bench::ReadyClock clock(backend);
   for (auto _ : state) {
-    configure(backend, answers);
-    ready = {};
-    if (!callDialog(text) || ready == Clock::time_point{}) {
+    bench::configure(backend, answers);
+    clock.reset();
+    if (!callDialog(text) || !clock.seen()) {
       state.SkipWithError("the dialog did not open and answer");
       break;
     }
-    const Clock::time_point end = Clock::now();
-    state.SetIterationTime(std::chrono::duration<double>(end - ready).count() / kKeys);
+    const bench::Clock::time_point end = bench::Clock::now();
+    state.SetIterationTime(std::chrono::duration<double>(end - clock.at()).count() / kKeys);
   }
-  toolkit::setReadyObserver(nullptr);
 }
 
 BENCHMARK_CAPTURE(Open, open_headless, toolkit::Backend::Headless)
@@ -150,13 +77,3 @@ BENCHMARK_CAPTURE(Keystroke, keystroke_qt, toolkit::Backend::Qt)
     ->Unit(benchmark::kMicrosecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY"))
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  toolkit::endSession();  // the Qt windows go before the libraries unload
-  return 0;
-}

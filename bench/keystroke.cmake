@@ -1,1 +1,1 @@
-target_link_libraries(bench_keystroke PRIVATE mosa_toolkit)
+target_link_libraries(bench_keystroke PRIVATE mosa_bench_support mosa_core)

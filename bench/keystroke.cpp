@@ -2,14 +2,11 @@
 // handling, as a dialog's loop runs them) in an edit field beside a list of 16,000 rows, as in the
 // list dialog. The keys are answers, so on Qt they arrive through the real field. Headless, and
 // Qt (QT_QPA_PLATFORM=offscreen unless a display is set).
-#include <benchmark/benchmark.h>
-
-#include <cstdlib>
 #include <string>
 #include <vector>
 
+#include "bench_support.h"
 #include "toolkit/dialog.h"
-#include "toolkit/session.h"
 
 namespace {
 
@@ -60,12 +57,3 @@ BENCHMARK_CAPTURE(keystroke, headless, toolkit::Backend::Headless)->Unit(benchma
 BENCHMARK_CAPTURE(keystroke, qt, toolkit::Backend::Qt)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
-
-int main(int argc, char** argv) {
-  if (!std::getenv("DISPLAY") && !std::getenv("WAYLAND_DISPLAY"))
-    setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  return 0;
-}

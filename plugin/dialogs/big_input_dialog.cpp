@@ -258,13 +258,7 @@ void Zk7BigInputBody(Zk7Call& call, fmx::int32& err) {
   fmx::TextAutoPtr prompt;
   XP7_GetNextTxtFromVect(call.args, prompt, &call.index);
   UniChar titles[kMosaButtons][kMosaRowUnits] = {};
-  for (auto& title : titles) {
-    fmx::TextAutoPtr txt;
-    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
-    XP7_TxtToUniStr(txt, title, kMosaRowUnits);
-  }
-  if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
-    XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
+  Zk7GetButtonTitlesUNI(call, titles);
   fmx::TextAutoPtr defaultTxt;
   XP7_GetNextTxtFromVect(call.args, defaultTxt, &call.index);
   std::u16string text = XP7_TxtToU16String(*defaultTxt);

@@ -5,7 +5,9 @@
 #include <optional>
 
 #include "frame/frame.h"
+#include "frame/handler_frame.h"
 #include "model/state.h"
+#include "util/hosttext.h"
 
 const ParSwitches7Tag* gActiveSwitches = nullptr;
 Mac_DialogSize gLastMainDlgSize = {282, 480};
@@ -102,13 +104,13 @@ void Mac_ResizeMyDialog(toolkit::DialogWindow* dialog, int width, int height, bo
   layout(dialog, width, height);
 }
 
-bool Mac_SimpleModalDialogFilterF(toolkit::DialogWindow*, const toolkit::Event& event,
-                                  std::int16_t* itemHit) {
+bool Mac_ReturnEscapeKeyHit(const toolkit::Event& event, std::int16_t returnItem,
+                            std::int16_t* itemHit) {
   if (event.type != toolkit::Event::Type::Key) return false;
   switch (event.character) {
     case toolkit::kCharReturn:
     case toolkit::kCharEnter:
-      *itemHit = 1;
+      *itemHit = returnItem;
       return true;
     case toolkit::kCharEscape:
       *itemHit = kItemEscape;
@@ -116,6 +118,21 @@ bool Mac_SimpleModalDialogFilterF(toolkit::DialogWindow*, const toolkit::Event& 
     default:
       return false;
   }
+}
+
+bool Mac_SimpleModalDialogFilterF(toolkit::DialogWindow*, const toolkit::Event& event,
+                                  std::int16_t* itemHit) {
+  return Mac_ReturnEscapeKeyHit(event, 1, itemHit);
+}
+
+void Zk7GetButtonTitlesUNI(Zk7Call& call, UniChar titles[kMosaButtons][kMosaRowUnits]) {
+  for (int i = 0; i < kMosaButtons; ++i) {
+    fmx::TextAutoPtr txt;
+    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
+    XP7_TxtToUniStr(txt, titles[i], kMosaRowUnits);
+  }
+  if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
+    XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
 }
 
 bool Mac_HandleItemHit(toolkit::DialogWindow* dialog, std::int16_t* itemHit,

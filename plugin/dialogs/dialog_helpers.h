@@ -14,6 +14,12 @@
 // and the icon item; null between calls.
 extern const ParSwitches7Tag* gActiveSwitches;
 
+struct Zk7Call;
+
+// Reads the four button titles that follow in the call's arguments; when all four are empty the
+// first button is "OK".
+void Zk7GetButtonTitlesUNI(Zk7Call& call, UniChar titles[kMosaButtons][kMosaRowUnits]);
+
 // Sets gActiveSwitches for the lifetime of the guard and clears it on every path out.
 struct Zk7ActiveSwitchesGuard {
   explicit Zk7ActiveSwitchesGuard(const ParSwitches7Tag* rec) { gActiveSwitches = rec; }
@@ -62,6 +68,10 @@ using Mac_LayoutProc = void (*)(toolkit::DialogWindow* dialog, int width, int he
 // `layout` with the result.
 void Mac_ResizeMyDialog(toolkit::DialogWindow* dialog, int width, int height, bool hasButton4,
                         Mac_LayoutProc layout);
+
+// Return and Enter become `returnItem`, Escape kItemEscape; true when the event was one of them.
+bool Mac_ReturnEscapeKeyHit(const toolkit::Event& event, std::int16_t returnItem,
+                            std::int16_t* itemHit);
 
 // The standard dialog's key filter: Return and Enter end the dialog as item 1, Escape is reported
 // as kItemEscape. Returns true when it took the event.

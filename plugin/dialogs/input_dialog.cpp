@@ -231,20 +231,12 @@ bool Mac_InputDialogFilterB(toolkit::DialogWindow* dialog, const toolkit::Event&
     return true;
   }
   if (event.type != toolkit::Event::Type::Key) return false;
-  switch (event.character) {
-    case toolkit::kCharReturn:
-    case toolkit::kCharEnter:
-      *itemHit = kItemReturnKey;
-      return true;
-    case toolkit::kCharEscape:
-      *itemHit = kItemEscape;
-      return true;
-    case toolkit::kCharTab:
-      Mac_TabToNextField(dialog, (event.modifiers & toolkit::kModShift) != 0);
-      return true;
-    default:
-      return Mac_MyEditKeyFilter(dialog, event);
+  if (Mac_ReturnEscapeKeyHit(event, kItemReturnKey, itemHit)) return true;
+  if (event.character == toolkit::kCharTab) {
+    Mac_TabToNextField(dialog, (event.modifiers & toolkit::kModShift) != 0);
+    return true;
   }
+  return Mac_MyEditKeyFilter(dialog, event);
 }
 
 // What input `input` holds when the dialog ends, into its row.
@@ -336,13 +328,7 @@ void Zk7InputDialogBody(Zk7Call& call, fmx::int32& err) {
   fmx::TextAutoPtr message;
   XP7_GetNextTxtFromVect(call.args, message, &call.index);
   UniChar titles[kMosaButtons][kMosaRowUnits] = {};
-  for (auto& title : titles) {
-    fmx::TextAutoPtr txt;
-    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
-    XP7_TxtToUniStr(txt, title, kMosaRowUnits);
-  }
-  if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
-    XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
+  Zk7GetButtonTitlesUNI(call, titles);
 
   std::int16_t button = 0;
   err = Mac_RunInputDialogUNI(&rec, fieldCount, *message, titles, &button);

@@ -64,11 +64,7 @@ void Zk7DialogBody(Zk7Call& call, fmx::int32& err) {
   fmx::TextAutoPtr message;
   XP7_GetNextTxtFromVect(call.args, message, &call.index);
   UniChar titles[kMosaButtons][kMosaRowUnits] = {};
-  for (auto& title : titles) {
-    fmx::TextAutoPtr txt;
-    XP7_GetNextTxtFromVect(call.args, txt, &call.index);
-    XP7_TxtToUniStr(txt, title, kMosaRowUnits);
-  }
+  Zk7GetButtonTitlesUNI(call, titles);
   // One more text after the titles; the registration never lets it be given.
   UniChar extra[kMosaRowUnits] = {};
   {
@@ -76,8 +72,6 @@ void Zk7DialogBody(Zk7Call& call, fmx::int32& err) {
     XP7_GetNextTxtFromVect(call.args, txt, &call.index);
     XP7_TxtToUniStr(txt, extra, kMosaRowUnits);
   }
-  if (!titles[0][0] && !titles[1][0] && !titles[2][0] && !titles[3][0])
-    XP7_CStrToUniStrSimple("OK", titles[0], kMosaRowUnits - 1);
 
   const std::int16_t dlogId = Zk7DialogIdFromSwitches(call.switches);
   if (dlogId == kDlogInput || dlogId == kDlogUserPassword || dlogId == kDlogPassword)

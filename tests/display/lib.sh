@@ -37,14 +37,14 @@ poll() {
   return 1
 }
 
-# A display of our own (Xvfb picks a free number) with openbox managing it. Skips the case (status
-# 77) only when Xvfb is missing or cannot start.
+# A display of our own (Xvfb picks a free number) with openbox managing it; arguments go to Xvfb.
+# Skips the case (status 77) only when Xvfb is missing or cannot start.
 start_display() {
   command -v Xvfb >/dev/null || { echo "SKIP: Xvfb is not installed"; exit 77; }
   for tool in openbox xdotool xprop xwininfo xwd wmctrl xclip; do
     command -v "$tool" >/dev/null || fail "$tool is not installed (scripts/setup.sh installs it)"
   done
-  Xvfb -displayfd 5 -screen 0 1024x768x24 -nolisten tcp 5>"$work/display" 2>"$work/xvfb" &
+  Xvfb -displayfd 5 -screen 0 1024x768x24 -nolisten tcp "$@" 5>"$work/display" 2>"$work/xvfb" &
   pids+=($!)
   poll 10 test -s "$work/display" || { echo "SKIP: Xvfb cannot start: $(cat "$work/xvfb")"; exit 77; }
   export DISPLAY=":$(head -n1 "$work/display")"
@@ -98,10 +98,11 @@ has_lines() {
   [ "$(wc -l <"$work/out")" -ge "$1" ]
 }
 
-# Waits for mosa-host to end and checks its exit status (default 0).
+# Waits for mosa-host to end, within $2 seconds (default 20), and checks its exit status (default
+# 0).
 finish_host() {
-  local expected=${1:-0} status
-  poll 20 host_gone || fail "mosa-host did not finish"
+  local expected=${1:-0} seconds=${2:-20} status
+  poll "$seconds" host_gone || fail "mosa-host did not finish in $seconds seconds"
   wait "$host"
   status=$?
   [ "$status" = "$expected" ] || fail "mosa-host ended with status $status, expected $expected"
