@@ -248,14 +248,8 @@ bool Mac_ListFilter(toolkit::DialogWindow* dialog, const toolkit::Event& event,
       growWindow(dialog, event.width, event.height);
       return true;
     case Type::Key:
+      if (Mac_ReturnEscapeKeyHit(event, kItemReturnKey, itemHit)) return true;
       switch (event.character) {
-        case toolkit::kCharReturn:
-        case toolkit::kCharEnter:
-          *itemHit = kItemReturnKey;
-          return true;
-        case toolkit::kCharEscape:
-          *itemHit = kItemEscape;
-          return true;
         case toolkit::kCharUp:
         case toolkit::kCharDown:
           return moveSelection(dialog, event.character == toolkit::kCharUp, itemHit);
