@@ -5,40 +5,23 @@
 // is the last, so each key searches every row (and every second key wraps round to search them
 // again). The keys are answers, so on Qt they arrive through the real window. Headless, and Qt
 // (QT_QPA_PLATFORM=offscreen unless a display is set).
+#include "bench_support.h"
+
 #include <benchmark/benchmark.h>
 
 #include <chrono>
-#include <cstdlib>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "frame/frame.h"
-#include "toolkit/session.h"
 
 namespace {
 
-const std::string kBundle = MOSA_BENCH_BUNDLE;
 constexpr int kRows = 16000;  // the keystroke's list; the list to open is the argument
 constexpr int kKeys = 100;    // keystrokes per timed dialog
 
-using Clock = std::chrono::steady_clock;
-
-bool qtBuilt() {
-  return std::filesystem::exists(std::filesystem::path(kBundle) / "libmosa_toolkit_qt.so");
-}
-
-void initPlugin() {
-  static bool done = false;
-  if (done) return;
-  done = true;
-  FMX_ExternCallStruct pb{};
-  pb.extnVersion = 60;
-  pb.whichCall = kFMXT_Init;
-  pb.instanceID = reinterpret_cast<fmx::ptrtype>(kBundle.c_str());
-  FMExternCallProc(&pb);
-}
+using bench::Clock;
 
 // "a|a|…|a|z": every row but the last starts with a.
 std::string listText(int rows) {
@@ -81,22 +64,10 @@ bool callListDialog(int rows) {
   return head[0] == u'1' && head[1] == u'|';
 }
 
-void configure(toolkit::Backend backend, const std::vector<std::string>& answers) {
-  toolkit::SessionOptions options;
-  options.backend = backend;
-  options.answers = answers;
-  toolkit::configureSession(options);
-}
-
 bool prepare(benchmark::State& state, toolkit::Backend backend) {
-  const bool qt = backend == toolkit::Backend::Qt;
-  if (qt && !qtBuilt()) {
-    state.SkipWithError("the Qt module is not built");
-    return false;
-  }
-  if (qt && !std::getenv("DISPLAY")) setenv("QT_QPA_PLATFORM", "offscreen", 0);
-  initPlugin();
-  configure(backend, {"click 1"});
+  if (!bench::usable(state, backend)) return false;
+  bench::loadPlugin();
+  bench::configure(backend, {"click 1"});
   callListDialog(10);  // the backend is made and its first dialog shown before timing
   return true;
 }
@@ -104,29 +75,9 @@ bool prepare(benchmark::State& state, toolkit::Backend backend) {
 // From the call to the list shown and ready for input.
 void ListOpen(benchmark::State& state, toolkit::Backend backend) {
   if (!prepare(state, backend)) return;
-  const bool qt = backend == toolkit::Backend::Qt;
-  Clock::time_point ready;
-  toolkit::setReadyObserver([&] {
-    if (qt) toolkit::pumpEvents();
-    ready = Clock::now();
-  });
-  double callSeconds = 0;
-  for (auto _ : state) {
-    configure(backend, {"click 1"});
-    ready = {};
-    const Clock::time_point begin = Clock::now();
-    const bool answered = callListDialog(static_cast<int>(state.range(0)));
-    const Clock::time_point end = Clock::now();
-    if (!answered || ready == Clock::time_point{}) {
-      state.SkipWithError("the dialog did not open and answer");
-      break;
-    }
-    state.SetIterationTime(std::chrono::duration<double>(ready - begin).count());
-    callSeconds += std::chrono::duration<double>(end - begin).count();
-  }
-  toolkit::setReadyObserver(nullptr);
-  state.counters["call_ms"] =
-      benchmark::Counter(callSeconds * 1000, benchmark::Counter::kAvgIterations);
+  bench::ReadyClock clock(backend);
+  const int rows = static_cast<int>(state.range(0));
+  bench::timeOpening(state, clock, backend, {"click 1"}, [rows] { return callListDialog(rows); });
 }
 
 // One type-select keystroke: the time from the dialog ready to its end, over the keys it took
@@ -135,20 +86,18 @@ void TypeSelect(benchmark::State& state, toolkit::Backend backend) {
   if (!prepare(state, backend)) return;
   std::vector<std::string> answers(kKeys, "key z");
   answers.push_back("click 1");
-  Clock::time_point ready;
-  toolkit::setReadyObserver([&] { ready = Clock::now(); });
+  bench::ReadyClock clock(toolkit::Backend::Headless);  // the keys are timed, not the drawing
   for (auto _ : state) {
-    configure(backend, answers);
-    ready = {};
+    bench::configure(backend, answers);
+    clock.reset();
     const bool answered = callListDialog(kRows);
     const Clock::time_point end = Clock::now();
-    if (!answered || ready == Clock::time_point{}) {
+    if (!answered || !clock.seen()) {
       state.SkipWithError("the dialog did not open and answer");
       break;
     }
-    state.SetIterationTime(std::chrono::duration<double>(end - ready).count() / kKeys);
+    state.SetIterationTime(std::chrono::duration<double>(end - clock.at()).count() / kKeys);
   }
-  toolkit::setReadyObserver(nullptr);
 }
 
 }  // namespace
@@ -173,12 +122,3 @@ BENCHMARK_CAPTURE(TypeSelect, qt, toolkit::Backend::Qt)
     ->Iterations(10)
     ->UseManualTime()
     ->Unit(benchmark::kMicrosecond);
-
-int main(int argc, char** argv) {
-  benchmark::Initialize(&argc, argv);
-  benchmark::RunSpecifiedBenchmarks();
-  benchmark::Shutdown();
-  // Qt goes before the process's own teardown, while the libraries it needs are still there.
-  toolkit::endSession();
-  return 0;
-}
