@@ -38,7 +38,8 @@ xdotool key KP_Enter
 four=$(dialog_window "$one" "$two" "$three") ||
   fail "the window manager never showed the fourth dialog"
 wait_active "$four"
-# The thumb sits at the bottom of the bar: dragged up to the top.
+# The thumb sits at the bottom of the bar: dragged up to the top, once the lines are counted.
+sleep 1
 xdotool mousemove --window "$four" 416 200 mousedown 1
 sleep 0.1
 xdotool mousemove --window "$four" 416 150
@@ -48,11 +49,13 @@ sleep 0.3
 xdotool key KP_Enter
 
 finish_host
-expect_output $'1|one\rtwo\rthree' $'1|first\rXsecond\rthird' 2453 2453
+expect_output $'1|one\rtwo\rthree' $'1|first\rXsecond\rthird' 2453 18794
 for k in 3 4; do
   value=$(closed "$k" 5 value) max=$(closed "$k" 5 max) scroll=$(closed "$k" 8 scroll)
   [ -n "$value" ] && [ "$value" = "$scroll" ] ||
     fail "dialog $k: the scroll bar shows $value, the text is scrolled by $scroll"
   [ "$value" -lt "$max" ] || fail "dialog $k: the text did not scroll up ($value of $max)"
 done
+# 600 lines of at least 10 pixels: the bar knows of the wrapped lines it had not shown.
+[ "$(closed 4 5 max)" -gt 6000 ] || fail "dialog 4: the bar counts $(closed 4 5 max) pixels"
 echo "passed"

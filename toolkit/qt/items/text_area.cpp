@@ -4,18 +4,34 @@
 // geometry in the real font, scrolling by itself (wheel, drag, caret kept in view) reported as a
 // Scroll event, no bar of its own when the dialog drives a scroll-bar item beside it, and undo and
 // redo of every edit, a person's or the dialog's, since the dialog set the text.
+// The widget lays out only the lines it shows, so a long text opens at once; the rest is laid out
+// a few milliseconds at a time while the window waits, and a step that finds lines the dialog was
+// not told of is reported as a Scroll event, so the scroll bar beside it follows. The geometry is
+// counted in lines of the widget's font: the widget scrolls by whole lines, so the distance
+// scrolled is its top line times the line height, and a distance the dialog set between two lines
+// reads back as the dialog set it.
 // Not yet: a horizontal scroll.
 #include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QPlainTextEdit>
 #include <QResizeEvent>
 #include <QScrollBar>
 #include <QTextBlock>
-#include <QTextEdit>
+#include <QTextLayout>
+#include <QTimer>
 
 #include "items.h"
 #include "qt_backend.h"
 
 namespace toolkit::qt {
 namespace {
+
+// A text this short is laid out whole when measured: its geometry is exact at once.
+constexpr int kLayOutAtOnce = 8192;
+// How long one background step of laying out may keep the window from a person's input, and the
+// pause between two steps, in which the window draws and takes input first.
+constexpr int kStepMilliseconds = 3;
+constexpr int kPauseMilliseconds = 10;
 
 // The text area keeps line breaks as carriage returns, the host's convention; Qt uses newlines.
 QString toAreaText(const std::u16string& text) {
@@ -28,18 +44,91 @@ std::u16string fromAreaText(const QString& text) {
   return fromQString(copy);
 }
 
+// The plain-text editor that lays out what it has not shown yet in the background, starting
+// again where a resize or an edit across lines made its count of lines an estimate.
+class LazyTextEdit final : public QPlainTextEdit {
+ public:
+  LazyTextEdit(QWidget* parent, std::function<void()> linesCounted)
+      : QPlainTextEdit(parent), linesCounted_(std::move(linesCounted)) {
+    step_.setInterval(kPauseMilliseconds);
+    QObject::connect(&step_, &QTimer::timeout, [this] { layOutStep(); });
+    QObject::connect(document(), &QTextDocument::contentsChange, [this](int from, int, int added) {
+      const QTextDocument* doc = document();
+      if (doc->findBlock(from) != doc->findBlock(from + added)) layOutFrom(doc->findBlock(from));
+    });
+  }
+  void layOutFrom(const QTextBlock& block) {
+    if (document()->characterCount() <= kLayOutAtOnce) return;  // laid out whole when measured
+    const int number = std::max(0, block.blockNumber());
+    next_ = next_ < 0 ? number : std::min(next_, number);
+    step_.start();
+  }
+  // Lays out the blocks whose lines fill `lines` lines before and after `block`, or the whole
+  // text when it is short.
+  void layOutAround(const QTextBlock& block, int lines) {
+    if (document()->characterCount() <= kLayOutAtOnce) {
+      next_ = 0;
+      layOutStep(-1);
+      return;
+    }
+    int before = 0;
+    for (QTextBlock b = block; b.isValid() && before <= lines; b = b.previous())
+      before += layOut(b);
+    int after = 0;
+    for (QTextBlock b = block.next(); b.isValid() && after <= lines; b = b.next())
+      after += layOut(b);
+  }
+  // The count of lines the dialog is told of.
+  int measuredLines() {
+    measuredLines_ = document()->lineCount();
+    return measuredLines_;
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QPlainTextEdit::resizeEvent(event);
+    if (event->size().width() != event->oldSize().width()) layOutFrom(document()->firstBlock());
+  }
+
+ private:
+  int layOut(const QTextBlock& block) {
+    if (block.layout()->lineCount() == 0) document()->documentLayout()->blockBoundingRect(block);
+    return block.lineCount();
+  }
+  // One step: blocks for at most `budget` milliseconds (no limit when negative).
+  void layOutStep(int budget = kStepMilliseconds) {
+    QElapsedTimer clock;
+    clock.start();
+    QTextBlock block = document()->findBlockByNumber(next_);
+    while (block.isValid() && (budget < 0 || clock.elapsed() < budget)) {
+      layOut(block);
+      block = block.next();
+    }
+    next_ = block.isValid() ? block.blockNumber() : -1;
+    if (next_ < 0) step_.stop();
+    if (budget >= 0 && document()->lineCount() != measuredLines_) linesCounted_();
+  }
+
+  std::function<void()> linesCounted_;
+  QTimer step_;
+  int next_ = -1;  // the first block not laid out since the last change, -1 when none
+  int measuredLines_ = -1;
+};
+
 class TextAreaItem final : public ItemAdapter {
  public:
   TextAreaItem(int n, Post post, QWidget* parent, bool ownBar)
-      : ItemAdapter(n, std::move(post)), area_(new QTextEdit(parent)) {
-    area_->setAcceptRichText(false);
+      : ItemAdapter(n, std::move(post)), area_(new LazyTextEdit(parent, [this] { postScroll(); })) {
     area_->setTabChangesFocus(true);
     if (!ownBar) area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QObject::connect(area_->verticalScrollBar(), &QScrollBar::valueChanged,
-                     [this] { this->post(Event{.type = Event::Type::Scroll, .item = number()}); });
+    QObject::connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, [this] {
+      if (!applying_) shownLine_ = -1;  // scrolled by the widget: whole lines again
+      postScroll();
+    });
   }
   QWidget* widget() const override { return area_; }
   void apply(const detail::ItemState& item) override {
+    applying_ = true;
     const QString text = toAreaText(item.text);
     if (item.textSet != textSet_) {
       textSet_ = item.textSet;
@@ -56,8 +145,13 @@ class TextAreaItem final : public ItemAdapter {
       cursor.setPosition(end, QTextCursor::KeepAnchor);
       area_->setTextCursor(cursor);
     }
+    // The nearest whole line, and the distance itself kept for reading back.
+    const int line = lineHeight();
+    shownScroll_ = item.scroll;
+    shownLine_ = (item.scroll + line / 2) / line;
     QScrollBar* bar = area_->verticalScrollBar();
-    if (bar->value() != item.scroll) bar->setValue(item.scroll);
+    if (bar->value() != shownLine_) bar->setValue(shownLine_);
+    applying_ = false;
   }
   Press press(QWidget* receiver, const QMouseEvent& mouse, bool doubleClick) override {
     if (receiver != area_->viewport()) return {};  // its own bar scrolls it
@@ -78,7 +172,7 @@ class TextAreaItem final : public ItemAdapter {
   }
   bool readBack(detail::ItemState& item) override {
     const QTextCursor cursor = area_->textCursor();
-    const int scroll = area_->verticalScrollBar()->value();
+    const int scroll = scrolled();
     bool changed = scroll != item.scroll || cursor.selectionStart() != item.selStart ||
                    cursor.selectionEnd() != item.selEnd;
     item.scroll = scroll;
@@ -92,29 +186,40 @@ class TextAreaItem final : public ItemAdapter {
     return changed;
   }
   detail::TextGeometry textGeometry(const detail::ItemState&) override {
-    QTextDocument* document = area_->document();
-    if (area_->testAttribute(Qt::WA_PendingResizeEvent)) {
-      // A widget not shown yet hears of its size only when shown; the text is measured now, so
-      // it lays itself out for that size now, and once.
-      QResizeEvent resize(area_->size(), QSize());
-      QCoreApplication::sendEvent(area_, &resize);
-      area_->setAttribute(Qt::WA_PendingResizeEvent, false);
+    // A widget not shown yet hears of its size only when shown; the text is measured now, so it
+    // lays itself out for that size now, and once. The editor lays out for its viewport's size.
+    for (QWidget* widget : {static_cast<QWidget*>(area_), area_->viewport()}) {
+      if (!widget->testAttribute(Qt::WA_PendingResizeEvent)) continue;
+      QResizeEvent resize(widget->size(), QSize());
+      QCoreApplication::sendEvent(widget, &resize);
+      widget->setAttribute(Qt::WA_PendingResizeEvent, false);
     }
-    // Laying out again costs a pass over the whole text: only when the width really changed.
-    const qreal width = area_->viewport()->width();
-    if (document->textWidth() != width) document->setTextWidth(width);
-    QTextCursor caret = area_->textCursor();
-    caret.setPosition(caret.selectionEnd());
-    const QRect rect = area_->cursorRect(caret);
-    const int scroll = area_->verticalScrollBar()->value();
-    return {.content = static_cast<int>(std::ceil(document->size().height())),
-            .view = area_->viewport()->height(),
-            .line = area_->fontMetrics().lineSpacing(),
-            .caretTop = rect.top() + scroll,
-            .caretBottom = rect.bottom() + 1 + scroll};
+    QTextDocument* document = area_->document();
+    const int line = lineHeight();
+    const int view = area_->viewport()->height();
+    const int position = area_->textCursor().selectionEnd();
+    const QTextBlock block = document->findBlock(position);
+    area_->layOutAround(block, view / line + 1);
+    const QTextLine inBlock = block.layout()->lineForTextPosition(position - block.position());
+    const int margin = static_cast<int>(document->documentMargin());
+    const int caretTop =
+        margin + (block.firstLineNumber() + std::max(0, inBlock.lineNumber())) * line;
+    return {.content = area_->measuredLines() * line + 2 * margin,
+            .view = view,
+            .line = line,
+            .caretTop = caretTop,
+            .caretBottom = caretTop + line};
   }
 
  private:
+  int lineHeight() const { return std::max(1, area_->fontMetrics().lineSpacing()); }
+  int scrolled() const {
+    const int top = area_->verticalScrollBar()->value();
+    return top == shownLine_ ? shownScroll_ : top * lineHeight();
+  }
+  void postScroll() {
+    if (!applying_) post(Event{.type = Event::Type::Scroll, .item = number()});
+  }
   // The dialog changed part of the text (a paste it cut to size, say): only that part is replaced,
   // as one edit a person can undo.
   void replaceChanged(const QString& text) {
@@ -132,8 +237,11 @@ class TextAreaItem final : public ItemAdapter {
     cursor.insertText(text.mid(head, text.size() - tail - head));
   }
 
-  QTextEdit* area_;
+  LazyTextEdit* area_;
   std::uint64_t textSet_ = ~std::uint64_t{0};  // the model's textSet last shown
+  bool applying_ = false;
+  int shownScroll_ = 0;  // the distance the model last asked for...
+  int shownLine_ = -1;   // ...and the whole line shown for it; -1 once the widget scrolled
 };
 
 }  // namespace
