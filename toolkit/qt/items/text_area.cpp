@@ -58,17 +58,16 @@ class LazyTextEdit final : public QPlainTextEdit {
     });
   }
   void layOutFrom(const QTextBlock& block) {
-    if (document()->characterCount() <= kLayOutAtOnce) return;  // laid out whole when measured
     const int number = std::max(0, block.blockNumber());
     next_ = next_ < 0 ? number : std::min(next_, number);
-    step_.start();
+    if (document()->characterCount() > kLayOutAtOnce) step_.start();  // else when next measured
   }
   // Lays out the blocks whose lines fill `lines` lines before and after `block`, or the whole
   // text when it is short.
   void layOutAround(const QTextBlock& block, int lines) {
     if (document()->characterCount() <= kLayOutAtOnce) {
-      next_ = 0;
-      layOutStep(-1);
+      if (next_ >= 0) layOutStep(-1);
+      layOut(block);
       return;
     }
     int before = 0;
