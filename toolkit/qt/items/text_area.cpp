@@ -52,10 +52,16 @@ class LazyTextEdit final : public QPlainTextEdit {
       : QPlainTextEdit(parent), linesCounted_(std::move(linesCounted)) {
     step_.setInterval(kPauseMilliseconds);
     QObject::connect(&step_, &QTimer::timeout, [this] { layOutStep(); });
-    QObject::connect(document(), &QTextDocument::contentsChange, [this](int from, int, int added) {
-      const QTextDocument* doc = document();
-      if (doc->findBlock(from) != doc->findBlock(from + added)) layOutFrom(doc->findBlock(from));
-    });
+    QObject::connect(document(), &QTextDocument::contentsChange, this,
+                     [this](int from, int, int added) {
+                       const QTextDocument* doc = document();
+                       if (doc->findBlock(from) != doc->findBlock(from + added))
+                         layOutFrom(doc->findBlock(from));
+                     });
+  }
+  // Its adapter is going: nothing more is reported.
+  void forget() {
+    linesCounted_ = [] {};
   }
   void layOutFrom(const QTextBlock& block) {
     const int number = std::max(0, block.blockNumber());
@@ -120,10 +126,15 @@ class TextAreaItem final : public ItemAdapter {
       : ItemAdapter(n, std::move(post)), area_(new LazyTextEdit(parent, [this] { postScroll(); })) {
     area_->setTabChangesFocus(true);
     if (!ownBar) area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    QObject::connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, [this] {
+    scrolled_ = QObject::connect(area_->verticalScrollBar(), &QScrollBar::valueChanged, [this] {
       if (!applying_) shownLine_ = -1;  // scrolled by the widget: whole lines again
       postScroll();
     });
+  }
+  ~TextAreaItem() override {
+    // The widget outlives its adapter by a moment, and must not call back into it.
+    QObject::disconnect(scrolled_);
+    area_->forget();
   }
   QWidget* widget() const override { return area_; }
   void apply(const detail::ItemState& item) override {
@@ -237,6 +248,7 @@ class TextAreaItem final : public ItemAdapter {
   }
 
   LazyTextEdit* area_;
+  QMetaObject::Connection scrolled_;
   std::uint64_t textSet_ = ~std::uint64_t{0};  // the model's textSet last shown
   bool applying_ = false;
   int shownScroll_ = 0;  // the distance the model last asked for...
