@@ -7,7 +7,8 @@
 namespace fmwrapper {
 namespace {
 
-// The host calls on one thread; atomics only keep tools such as sanitizers quiet about helpers.
+// The host calls on one thread; atomics only keep tools such as sanitizers quiet about helpers,
+// so the counters are bumped by a relaxed load and store: no locked instruction on every call.
 std::atomic<std::uint64_t> gCalls{0};
 std::atomic<std::uint64_t> gFaultAt{0};  // the call number that fails; 0 = none
 std::atomic<int> gFaultCode{0};
@@ -33,9 +34,16 @@ std::int64_t liveObjects() {
 
 namespace detail {
 
+template <typename T>
+T bump(std::atomic<T>& counter, T by) {
+  const T n = counter.load(std::memory_order_relaxed) + by;
+  counter.store(n, std::memory_order_relaxed);
+  return n;
+}
+
 int enterCall(bool mayFail) {
-  const std::uint64_t n = ++gCalls;
-  const std::uint64_t at = gFaultAt;
+  const std::uint64_t n = bump<std::uint64_t>(gCalls, 1);
+  const std::uint64_t at = gFaultAt.load(std::memory_order_relaxed);
   if (at == 0 || n < at) return 0;
   if (!mayFail) {
     gFaultAt = n + 1;
@@ -46,10 +54,10 @@ int enterCall(bool mayFail) {
 }
 
 void objectMade() {
-  ++gLive;
+  bump<std::int64_t>(gLive, 1);
 }
 void objectFreed() {
-  --gLive;
+  bump<std::int64_t>(gLive, -1);
 }
 
 }  // namespace detail
