@@ -135,8 +135,7 @@ fmx::errcode FM_Data_SetAsText(void* p, const fmx::Text& textData, const fmx::Lo
       return kParamErr;
     }
     DataObj& d = self(p);
-    const std::u16string copy = text(textData).s;
-    setText(d, copy, nativeType);
+    setText(d, text(textData).s, nativeType);
     d.locale = locale(sourceLocale);
     return kNoError;
   });
@@ -149,8 +148,7 @@ fmx::errcode FM_Data_SetAsNumber(void* p, const fmx::FixPt& numericData, int32 n
         nativeType == fmx::Data::kDTBinary) {
       return kParamErr;
     }
-    const FixPtObj copy = fixpt(numericData);
-    setNumber(self(p), copy, nativeType);
+    setNumber(self(p), fixpt(numericData), nativeType);
     return kNoError;
   });
 }
