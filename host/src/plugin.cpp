@@ -15,6 +15,9 @@ std::u16string folded(std::u16string_view s) {
   return foldCase(s);
 }
 
+// Every table any plug-in has had gets its own generation.
+std::uint64_t gGenerations = 0;
+
 }  // namespace
 
 Plugin::Plugin(const std::string& path) : path_(path) {
@@ -108,33 +111,44 @@ std::vector<fmwrapper::Registration> Plugin::functions() const {
 }
 
 void Plugin::refreshTable() {
+  registrations_ = fmwrapper::registrations();
   table_.clear();
-  for (const fmwrapper::Registration& r : fmwrapper::registrations()) {
-    table_[folded(r.name)].push_back(r);
+  for (std::size_t i = 0; i < registrations_.size(); ++i) {
+    table_[folded(registrations_[i].name)].push_back(static_cast<int>(i));
   }
+  generation_ = ++gGenerations;
 }
 
 std::vector<ExternalFunctions::Range> Plugin::lookup(std::u16string_view name) {
   std::vector<Range> ranges;
   auto it = table_.find(folded(name));
   if (it == table_.end()) return ranges;
-  for (const auto& r : it->second) ranges.push_back({r.minArgs, r.maxArgs});
+  for (int i : it->second) {
+    const fmwrapper::Registration& r = registrations_[static_cast<std::size_t>(i)];
+    ranges.push_back({r.minArgs, r.maxArgs});
+  }
   return ranges;
 }
 
-Value Plugin::call(std::u16string_view name, const std::vector<Value>& args) {
+int Plugin::resolve(std::u16string_view name, int count) {
   auto it = table_.find(folded(name));
-  if (it != table_.end()) {
-    const int count = static_cast<int>(args.size());
-    for (const auto& r : it->second) {
-      if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) {
-        Value result = call(r, args);
-        if (toolkit::sessionStopped()) throw RunStopped(toolkit::stopMessage());
-        return result;
-      }
-    }
+  if (it == table_.end()) return -1;
+  for (int i : it->second) {
+    const fmwrapper::Registration& r = registrations_[static_cast<std::size_t>(i)];
+    if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) return i;
   }
-  return Value::text(u"?");
+  return -1;
+}
+
+Value Plugin::call(std::u16string_view name, const std::vector<Value>& args) {
+  return callResolved(resolve(name, static_cast<int>(args.size())), args);
+}
+
+Value Plugin::callResolved(int function, const std::vector<Value>& args) {
+  if (function < 0) return Value::text(u"?");
+  Value result = call(registrations_[static_cast<std::size_t>(function)], args);
+  if (toolkit::sessionStopped()) throw RunStopped(toolkit::stopMessage());
+  return result;
 }
 
 Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>& args) {
