@@ -183,7 +183,7 @@ void toData(const Value& v, fmx::Data& out) {
       break;
     }
     case Value::Kind::Numeric: {
-      const Number n = v.toNumber();
+      const Number& n = v.asNumber();
       fmx::FixPtUniquePtr fix;
       if (n.get_den() == 1 && n.get_num().fits_slong_p()) {
         fix->AssignInt64(n.get_num().get_si());
