@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -55,12 +56,31 @@ struct BinaryObj {
   std::vector<Stream> streams;
 };
 
+// A value's number form, made when first asked for: most values are texts, and making a number
+// costs allocations.
+class NumberSlot {
+ public:
+  FixPtObj& get() const {
+    if (!number_) number_.emplace();
+    return *number_;
+  }
+  fmx::int32 precision() const {
+    return number_ ? number_->precision : fmx::FixPt::kDefltFixedPrecision;
+  }
+  void setZero() {
+    if (number_) mpq_set_ui(number_->v, 0, 1);
+  }
+
+ private:
+  mutable std::optional<FixPtObj> number_;
+};
+
 // A calculation value. GetAsText and GetAsNumber hand out references to the text and number
 // forms, valid until the value changes. The number form of a text is read when first asked for.
 struct DataObj {
   fmx::int32 type = fmx::Data::kDTInvalid;
   TextObj text;
-  mutable FixPtObj number;
+  NumberSlot number;
   mutable bool numberStale = false;
   BinaryObj binary;
   LocaleObj locale;
