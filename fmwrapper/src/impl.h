@@ -78,6 +78,7 @@ class NumberSlot {
 // A calculation value. GetAsText and GetAsNumber hand out references to the text and number
 // forms, valid until the value changes. The number form of a text is read when first asked for.
 struct DataObj {
+  DataObj() {}  // its own constructor: made with (), the object is not zeroed before it is built
   fmx::int32 type = fmx::Data::kDTInvalid;
   TextObj text;
   NumberSlot number;
