@@ -156,9 +156,10 @@ Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>&
   // memory building its arguments) gives "?".
   try {
     fmx::DataVectUniquePtr vect;
+    fmx::LocaleUniquePtr locale;  // the host's default, the same for every text
     for (const Value& a : args) {
       fmx::DataUniquePtr d;
-      toData(a, *d);
+      toData(a, *d, *locale);
       vect->PushBack(*d);
     }
     fmx::ExprEnvUniquePtr env;
@@ -171,15 +172,14 @@ Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>&
   }
 }
 
-void toData(const Value& v, fmx::Data& out) {
+void toData(const Value& v, fmx::Data& out, const fmx::Locale& locale) {
   switch (v.kind()) {
     case Value::Kind::Text: {
       const std::u16string t = v.toText();
       fmx::TextUniquePtr text;
       text->AssignUnicodeWithLength(reinterpret_cast<const fmx::uint16*>(t.data()),
                                     static_cast<fmx::uint32>(t.size()));
-      fmx::LocaleUniquePtr locale;
-      out.SetAsText(*text, *locale);
+      out.SetAsText(*text, locale);
       break;
     }
     case Value::Kind::Numeric: {

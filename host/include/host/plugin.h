@@ -86,8 +86,8 @@ class Plugin : public ExternalFunctions {
   std::uint64_t generation_ = 0;
 };
 
-// Converts between the host's values and the host library's Data.
-void toData(const Value& v, fmx::Data& out);
+// Converts between the host's values and the host library's Data; texts take `locale`.
+void toData(const Value& v, fmx::Data& out, const fmx::Locale& locale);
 Value fromData(const fmx::Data& data);
 
 }  // namespace host
