@@ -102,9 +102,10 @@ std::u16string decode(std::string_view bytes, fmx::int32 encoding) {
 }
 
 std::string encode(std::u16string_view units, fmx::int32 encoding, std::size_t maxBytes) {
-  if (asciiIsIdentity(encoding) && isAscii(units)) {
-    units = units.substr(0, maxBytes);
-    return std::string(units.begin(), units.end());
+  // Only the characters that fit matter: ASCII ones are a byte each.
+  if (const std::u16string_view head = units.substr(0, maxBytes);
+      asciiIsIdentity(encoding) && isAscii(head)) {
+    return std::string(head.begin(), head.end());
   }
   UConverter* c = converter(encoding);
   if (maxBytes == 0 || units.empty()) return {};
