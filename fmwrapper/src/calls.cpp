@@ -5,15 +5,32 @@
 #include "impl.h"
 
 namespace fmwrapper {
-namespace {
+namespace detail {
 
-// The host calls on one thread; atomics only keep tools such as sanitizers quiet about helpers.
 std::atomic<std::uint64_t> gCalls{0};
-std::atomic<std::uint64_t> gFaultAt{0};  // the call number that fails; 0 = none
-std::atomic<int> gFaultCode{0};
+std::atomic<std::uint64_t> gFaultAt{0};
 std::atomic<std::int64_t> gLive{0};
 
+namespace {
+
+std::atomic<int> gFaultCode{0};
+
 }  // namespace
+
+int faultDue(std::uint64_t n, bool mayFail) {
+  if (!mayFail) {
+    gFaultAt = n + 1;
+    return 0;
+  }
+  gFaultAt = 0;
+  return gFaultCode;
+}
+
+}  // namespace detail
+
+using detail::gCalls;
+using detail::gFaultAt;
+using detail::gLive;
 
 void injectFault(std::uint64_t k, int code) {
   if (k == 0 || (code != fmx::_fmxcpt::kBadAlloc && code != fmx::_fmxcpt::kUnknown)) {
@@ -21,7 +38,7 @@ void injectFault(std::uint64_t k, int code) {
     return;
   }
   gFaultAt = gCalls + k;
-  gFaultCode = code;
+  detail::gFaultCode = code;
 }
 
 std::uint64_t callCount() {
@@ -31,26 +48,4 @@ std::int64_t liveObjects() {
   return gLive;
 }
 
-namespace detail {
-
-int enterCall(bool mayFail) {
-  const std::uint64_t n = ++gCalls;
-  const std::uint64_t at = gFaultAt;
-  if (at == 0 || n < at) return 0;
-  if (!mayFail) {
-    gFaultAt = n + 1;
-    return 0;
-  }
-  gFaultAt = 0;
-  return gFaultCode;
-}
-
-void objectMade() {
-  ++gLive;
-}
-void objectFreed() {
-  --gLive;
-}
-
-}  // namespace detail
 }  // namespace fmwrapper

@@ -16,10 +16,10 @@ const DataObj& emptyData() {
 
 const FixPtObj& numberOf(const DataObj& d) {
   if (d.numberStale) {
-    parseNumber(d.text.s, d.number.v);
+    parseNumber(d.text.s, d.number.get().v);
     d.numberStale = false;
   }
-  return d.number;
+  return d.number.get();
 }
 
 }  // namespace fmwrapper::detail
@@ -46,11 +46,11 @@ void setText(DataObj& d, const std::u16string& s, int32 type) {
   d.binary.streams.clear();
   d.type = type;
   // A number given as text reads as the number it holds.
-  if (isNumeric(type)) d.text.s = formatNumber(numberOf(d).v, d.number.precision);
+  if (isNumeric(type)) d.text.s = formatNumber(numberOf(d).v, d.number.precision());
 }
 
 void setNumber(DataObj& d, const FixPtObj& n, int32 type) {
-  d.number = n;
+  d.number.get() = n;
   d.numberStale = false;
   d.text.s = formatNumber(n.v, n.precision);
   d.binary.streams.clear();
@@ -85,7 +85,7 @@ const fmx::Text& FM_Data_GetAsText(const void* p, _fmxcpt& _x) noexcept {
 }
 
 const fmx::FixPt& FM_Data_GetAsNumber(const void* p, _fmxcpt& _x) noexcept {
-  return *guard(_x, reinterpret_cast<const fmx::FixPt*>(&emptyData().number),
+  return *guard(_x, reinterpret_cast<const fmx::FixPt*>(&numberOf(emptyData())),
                 [&] { return reinterpret_cast<const fmx::FixPt*>(&numberOf(self(p))); });
 }
 
@@ -121,7 +121,7 @@ void FM_Data_ConvertData(void* p, int32 nativeType, _fmxcpt& _x) noexcept {
       d.type = nativeType;
       return;
     }
-    if (isNumeric(nativeType)) d.text.s = formatNumber(numberOf(d).v, d.number.precision);
+    if (isNumeric(nativeType)) d.text.s = formatNumber(numberOf(d).v, d.number.precision());
     d.binary.streams.clear();
     d.type = nativeType;
   });
@@ -135,8 +135,7 @@ fmx::errcode FM_Data_SetAsText(void* p, const fmx::Text& textData, const fmx::Lo
       return kParamErr;
     }
     DataObj& d = self(p);
-    const std::u16string copy = text(textData).s;
-    setText(d, copy, nativeType);
+    setText(d, text(textData).s, nativeType);
     d.locale = locale(sourceLocale);
     return kNoError;
   });
@@ -149,8 +148,7 @@ fmx::errcode FM_Data_SetAsNumber(void* p, const fmx::FixPt& numericData, int32 n
         nativeType == fmx::Data::kDTBinary) {
       return kParamErr;
     }
-    const FixPtObj copy = fixpt(numericData);
-    setNumber(self(p), copy, nativeType);
+    setNumber(self(p), fixpt(numericData), nativeType);
     return kNoError;
   });
 }
@@ -163,7 +161,7 @@ fmx::errcode FM_Data_SetBinaryData(void* p, const fmx::BinaryData& binaryData,
     BinaryObj copy = binary(binaryData);
     d.binary = std::move(copy);
     d.text.s.clear();
-    mpq_set_ui(d.number.v, 0, 1);
+    d.number.setZero();
     d.numberStale = false;
     if (forceBinaryNativeType || d.type == fmx::Data::kDTInvalid) d.type = fmx::Data::kDTBinary;
     return kNoError;

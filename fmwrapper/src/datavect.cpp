@@ -14,6 +14,9 @@ const DataVectObj& vec(const void* p) {
   return *static_cast<const DataVectObj*>(p);
 }
 
+// Room made at the first push: most calls take a few arguments.
+constexpr std::size_t kUsualArguments = 8;
+
 // The value at `position`; a position past the end is a bad request.
 const DataObj& item(const void* p, uint32 position) {
   const auto& items = vec(p).items;
@@ -42,7 +45,11 @@ bool FM_DataVect_IsEmpty(const void* self, _fmxcpt& _x) noexcept {
 }
 
 void FM_DataVect_PushBack(void* self, const fmx::Data& d, _fmxcpt& _x) noexcept {
-  guardVoid(_x, [&] { vec(self).items.push_back(std::make_unique<DataObj>(data(d))); });
+  guardVoid(_x, [&] {
+    auto& items = vec(self).items;
+    if (items.empty()) items.reserve(kUsualArguments);
+    items.push_back(std::make_unique<DataObj>(data(d)));
+  });
 }
 
 // Hands the last value to the caller, who deletes it; nullptr when the vector is empty.
@@ -68,7 +75,7 @@ const fmx::Text* FM_DataVect_AtAsText(const void* self, uint32 position, _fmxcpt
 }
 
 const fmx::FixPt* FM_DataVect_AtAsNumber(const void* self, uint32 position, _fmxcpt& _x) noexcept {
-  return guard(_x, reinterpret_cast<const fmx::FixPt*>(&emptyData().number), [&] {
+  return guard(_x, reinterpret_cast<const fmx::FixPt*>(&numberOf(emptyData())), [&] {
     return reinterpret_cast<const fmx::FixPt*>(&numberOf(item(self, position)));
   });
 }

@@ -8,6 +8,8 @@
 #include <array>
 #include <memory>
 #include <new>
+#include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "impl.h"
@@ -69,9 +71,25 @@ UConverter* converter(fmx::int32 encoding) {
   return slot.get();
 }
 
+// In these encodings ASCII is the same bytes, so ASCII text needs no converter.
+bool asciiIsIdentity(fmx::int32 encoding) {
+  return encoding == fmx::Text::kEncoding_Native || encoding == fmx::Text::kEncoding_ASCII_Mac ||
+         encoding == fmx::Text::kEncoding_UTF8;
+}
+
+template <typename Unit>
+bool isAscii(std::basic_string_view<Unit> s) {
+  for (Unit u : s) {
+    if (static_cast<std::make_unsigned_t<Unit>>(u) > 0x7F) return false;
+  }
+  return true;
+}
+
 }  // namespace
 
 std::u16string decode(std::string_view bytes, fmx::int32 encoding) {
+  if (asciiIsIdentity(encoding) && isAscii(bytes))
+    return std::u16string(bytes.begin(), bytes.end());
   UConverter* c = converter(encoding);
   if (bytes.empty()) return {};
   std::u16string out(bytes.size() * 2 + 2, u'\0');
@@ -84,6 +102,11 @@ std::u16string decode(std::string_view bytes, fmx::int32 encoding) {
 }
 
 std::string encode(std::u16string_view units, fmx::int32 encoding, std::size_t maxBytes) {
+  // Only the characters that fit matter: ASCII ones are a byte each.
+  if (const std::u16string_view head = units.substr(0, maxBytes);
+      asciiIsIdentity(encoding) && isAscii(head)) {
+    return std::string(head.begin(), head.end());
+  }
   UConverter* c = converter(encoding);
   if (maxBytes == 0 || units.empty()) return {};
   // Every character gives at least one byte and takes at most two units, so this many units are

@@ -4,9 +4,11 @@
 #include <gmp.h>
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -55,12 +57,32 @@ struct BinaryObj {
   std::vector<Stream> streams;
 };
 
+// A value's number form, made when first asked for: most values are texts, and making a number
+// costs allocations.
+class NumberSlot {
+ public:
+  FixPtObj& get() const {
+    if (!number_) number_.emplace();
+    return *number_;
+  }
+  fmx::int32 precision() const {
+    return number_ ? number_->precision : fmx::FixPt::kDefltFixedPrecision;
+  }
+  void setZero() {
+    if (number_) mpq_set_ui(number_->v, 0, 1);
+  }
+
+ private:
+  mutable std::optional<FixPtObj> number_;
+};
+
 // A calculation value. GetAsText and GetAsNumber hand out references to the text and number
 // forms, valid until the value changes. The number form of a text is read when first asked for.
 struct DataObj {
+  DataObj() {}  // its own constructor: made with (), the object is not zeroed before it is built
   fmx::int32 type = fmx::Data::kDTInvalid;
   TextObj text;
-  mutable FixPtObj number;
+  NumberSlot number;
   mutable bool numberStale = false;
   BinaryObj binary;
   LocaleObj locale;
@@ -113,10 +135,36 @@ inline const LocaleObj& locale(const fmx::Locale& l) {
   return *reinterpret_cast<const LocaleObj*>(&l);
 }
 
+// Call counting, fault injection and live objects (calls.cpp); every FM_* call comes through
+// here, so the common case is inline. The host calls on one thread: atomics only keep tools such
+// as sanitizers quiet, and counters are bumped by a relaxed load and store, not a locked add.
+extern std::atomic<std::uint64_t> gCalls;
+extern std::atomic<std::uint64_t> gFaultAt;  // the call number that fails; 0 = none
+extern std::atomic<std::int64_t> gLive;
+
+template <typename T>
+T bump(std::atomic<T>& counter, T by) {
+  const T n = counter.load(std::memory_order_relaxed) + by;
+  counter.store(n, std::memory_order_relaxed);
+  return n;
+}
+
+// The fault that falls due on call `n`: its code, or 0 when that call may not fail (the fault
+// then waits for the next one).
+int faultDue(std::uint64_t n, bool mayFail);
+
 // Counts the call and consumes a pending fault. Returns the fault's code, or 0.
-int enterCall(bool mayFail);
-void objectMade();
-void objectFreed();
+inline int enterCall(bool mayFail) {
+  const std::uint64_t n = bump<std::uint64_t>(gCalls, 1);
+  const std::uint64_t at = gFaultAt.load(std::memory_order_relaxed);
+  return at == 0 || n < at ? 0 : faultDue(n, mayFail);
+}
+inline void objectMade() {
+  bump<std::int64_t>(gLive, 1);
+}
+inline void objectFreed() {
+  bump<std::int64_t>(gLive, -1);
+}
 
 // Runs `body` for an FM_* function: counts the call, reports an injected fault without doing
 // anything, and turns whatever `body` throws into the pad's code. `fallback` is the answer on

@@ -1,5 +1,6 @@
 #include "number.h"
 
+#include <charconv>
 #include <string>
 
 namespace fmwrapper::detail {
@@ -13,9 +14,36 @@ struct Mpz {
   mpz_t v;
 };
 
+// Up to 18 digits fit a long without overflow: the common case needs neither a digit string nor
+// a big-number parse.
+constexpr std::size_t kMachineDigits = 18;
+
+bool parseShortNumber(std::u16string_view text, mpq_t out) {
+  long value = 0;
+  unsigned long scale = 1;
+  std::size_t digits = 0;
+  bool seenPoint = false;
+  bool negative = false;
+  for (char16_t c : text) {
+    if (c >= u'0' && c <= u'9') {
+      if (++digits > kMachineDigits) return false;
+      value = value * 10 + (c - u'0');
+      if (seenPoint) scale *= 10;
+    } else if (c == u'.' && !seenPoint) {
+      seenPoint = true;
+    } else if (c == u'-' && digits == 0) {
+      negative = true;
+    }
+  }
+  mpq_set_si(out, negative ? -value : value, scale);
+  mpq_canonicalize(out);
+  return true;
+}
+
 }  // namespace
 
 void parseNumber(std::u16string_view text, mpq_t out) {
+  if (parseShortNumber(text, out)) return;
   std::string digits;
   std::size_t fractionDigits = 0;
   bool seenPoint = false;
@@ -66,6 +94,13 @@ void roundToPlaces(mpq_t v, fmx::int32 places) {
 }
 
 std::u16string formatNumber(const mpq_t value, fmx::int32 places) {
+  if (mpz_cmp_ui(mpq_denref(value), 1) == 0 && mpz_fits_slong_p(mpq_numref(value))) {
+    // A whole number rounds to itself at any number of places.
+    char digits[24];
+    const char* end =
+        std::to_chars(digits, digits + sizeof digits, mpz_get_si(mpq_numref(value))).ptr;
+    return std::u16string(static_cast<const char*>(digits), end);
+  }
   if (places < 0) places = 0;
   mpq_t v;
   mpq_init(v);

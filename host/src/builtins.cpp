@@ -215,11 +215,20 @@ void Evaluator::check(const Expr& e) {
 }
 
 Value Evaluator::call(const Expr& e) {
-  check(e);  // cheap: the argument count and that the name is known
-  const std::u16string folded = foldCase(e.name);
-  if (findBuiltin(folded)) return callBuiltin(e, folded);
+  CallSite& site = e.site;
+  const std::uint64_t generation = external_ ? external_->generation() : 0;
+  if (!site.found || site.external != external_ || site.generation != generation) {
+    check(e);  // the argument count and that the name is known, here and in the arguments
+    site.folded = foldCase(e.name);
+    site.builtin = findBuiltin(site.folded) != nullptr;
+    site.function = site.builtin ? -1 : external_->resolve(e.name, static_cast<int>(e.args.size()));
+    site.external = external_;
+    site.generation = generation;
+    site.found = true;
+  }
+  if (site.builtin) return callBuiltin(e, site.folded);
   std::vector<Value> args = evalArgs(e);
-  return external_->call(e.name, args);
+  return external_->callResolved(site.function, args);
 }
 
 Value Evaluator::evalLet(const Expr& e) {

@@ -15,6 +15,9 @@ std::u16string folded(std::u16string_view s) {
   return foldCase(s);
 }
 
+// Every table any plug-in has had gets its own generation.
+std::uint64_t gGenerations = 0;
+
 }  // namespace
 
 Plugin::Plugin(const std::string& path) : path_(path) {
@@ -108,33 +111,44 @@ std::vector<fmwrapper::Registration> Plugin::functions() const {
 }
 
 void Plugin::refreshTable() {
+  registrations_ = fmwrapper::registrations();
   table_.clear();
-  for (const fmwrapper::Registration& r : fmwrapper::registrations()) {
-    table_[folded(r.name)].push_back(r);
+  for (std::size_t i = 0; i < registrations_.size(); ++i) {
+    table_[folded(registrations_[i].name)].push_back(static_cast<int>(i));
   }
+  generation_ = ++gGenerations;
 }
 
 std::vector<ExternalFunctions::Range> Plugin::lookup(std::u16string_view name) {
   std::vector<Range> ranges;
   auto it = table_.find(folded(name));
   if (it == table_.end()) return ranges;
-  for (const auto& r : it->second) ranges.push_back({r.minArgs, r.maxArgs});
+  for (int i : it->second) {
+    const fmwrapper::Registration& r = registrations_[static_cast<std::size_t>(i)];
+    ranges.push_back({r.minArgs, r.maxArgs});
+  }
   return ranges;
 }
 
-Value Plugin::call(std::u16string_view name, const std::vector<Value>& args) {
+int Plugin::resolve(std::u16string_view name, int count) {
   auto it = table_.find(folded(name));
-  if (it != table_.end()) {
-    const int count = static_cast<int>(args.size());
-    for (const auto& r : it->second) {
-      if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) {
-        Value result = call(r, args);
-        if (toolkit::sessionStopped()) throw RunStopped(toolkit::stopMessage());
-        return result;
-      }
-    }
+  if (it == table_.end()) return -1;
+  for (int i : it->second) {
+    const fmwrapper::Registration& r = registrations_[static_cast<std::size_t>(i)];
+    if (count >= r.minArgs && (r.maxArgs < 0 || count <= r.maxArgs)) return i;
   }
-  return Value::text(u"?");
+  return -1;
+}
+
+Value Plugin::call(std::u16string_view name, const std::vector<Value>& args) {
+  return callResolved(resolve(name, static_cast<int>(args.size())), args);
+}
+
+Value Plugin::callResolved(int function, const std::vector<Value>& args) {
+  if (function < 0) return Value::text(u"?");
+  Value result = call(registrations_[static_cast<std::size_t>(function)], args);
+  if (toolkit::sessionStopped()) throw RunStopped(toolkit::stopMessage());
+  return result;
 }
 
 Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>& args) {
@@ -142,9 +156,10 @@ Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>&
   // memory building its arguments) gives "?".
   try {
     fmx::DataVectUniquePtr vect;
+    fmx::LocaleUniquePtr locale;  // the host's default, the same for every text
     for (const Value& a : args) {
       fmx::DataUniquePtr d;
-      toData(a, *d);
+      toData(a, *d, *locale);
       vect->PushBack(*d);
     }
     fmx::ExprEnvUniquePtr env;
@@ -157,19 +172,18 @@ Value Plugin::call(const fmwrapper::Registration& reg, const std::vector<Value>&
   }
 }
 
-void toData(const Value& v, fmx::Data& out) {
+void toData(const Value& v, fmx::Data& out, const fmx::Locale& locale) {
   switch (v.kind()) {
     case Value::Kind::Text: {
       const std::u16string t = v.toText();
       fmx::TextUniquePtr text;
       text->AssignUnicodeWithLength(reinterpret_cast<const fmx::uint16*>(t.data()),
                                     static_cast<fmx::uint32>(t.size()));
-      fmx::LocaleUniquePtr locale;
-      out.SetAsText(*text, *locale);
+      out.SetAsText(*text, locale);
       break;
     }
     case Value::Kind::Numeric: {
-      const Number n = v.toNumber();
+      const Number& n = v.asNumber();
       fmx::FixPtUniquePtr fix;
       if (n.get_den() == 1 && n.get_num().fits_slong_p()) {
         fix->AssignInt64(n.get_num().get_si());

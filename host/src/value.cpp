@@ -38,7 +38,7 @@ std::u16string Value::toText() const {
     case Kind::Text:
       return text_;
     case Kind::Numeric:
-      return formatNumber(number_);
+      return formatNumber(*number_);
     case Kind::Container:
       for (const Stream& s : streams_) {
         if (s.type == "FNAM") return utf8ToUtf16(s.bytes);
@@ -53,12 +53,12 @@ std::string Value::toUtf8() const {
 }
 
 std::optional<Number> Value::toNumberOpt() const {
-  if (kind_ == Kind::Numeric) return number_;
+  if (kind_ == Kind::Numeric) return *number_;
   return parseNumberText(toText());
 }
 
 Number Value::toNumber() const {
-  if (kind_ == Kind::Numeric) return number_;
+  if (kind_ == Kind::Numeric) return *number_;
   return parseNumberText(toText()).value_or(Number(0));
 }
 

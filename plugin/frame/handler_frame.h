@@ -20,13 +20,15 @@ constexpr fmx::uint32 kSwitchesBytes = 1000;
 
 // What a body works with.
 struct Zk7Call {
-  Zk7Call(const fmx::DataVect& a, fmx::Data& r) : args(a), result(r) {}
+  Zk7Call(const fmx::DataVect& a, fmx::Data& r) : args(a), result(r) { switches[0] = '\0'; }
   const fmx::DataVect& args;
   fmx::Data& result;
-  fmx::LocaleAutoPtr locale;        // argument 1's locale: the result is set in it
-  char switches[kSwitchesBytes]{};  // argument 1 as a C string; empty when it was not read
-  fmx::uint32 index = 0;            // the running argument index: 1 after the switches
-  fmx::TextAutoPtr resultTxt;       // the answer on success; starts as "0"
+  fmx::LocaleAutoPtr locale;  // argument 1's locale: the result is set in it
+  // Argument 1 as a C string; empty when it was not read. Only its terminator is set up front: a
+  // loop may make a million calls.
+  char switches[kSwitchesBytes];
+  fmx::uint32 index = 0;       // the running argument index: 1 after the switches
+  fmx::TextAutoPtr resultTxt;  // the answer on success; starts as "0"
 };
 
 // The body runs even when the argument count is short (then err is -50 and nothing has been read),

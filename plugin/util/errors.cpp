@@ -3,12 +3,12 @@
 #include <cstdio>
 
 void XP7_OSErrLToTxt(long err, fmx::TextAutoPtr& out) {
-  char text[32];
   if (err == 0) {
-    std::snprintf(text, sizeof text, "0");
-  } else {
-    std::snprintf(text, sizeof text, "$$%ld", err);
+    out->Assign("0", fmx::Text::kEncoding_ASCII_Mac);  // every call that succeeds comes here
+    return;
   }
+  char text[32];
+  std::snprintf(text, sizeof text, "$$%ld", err);
   out->Assign(text, fmx::Text::kEncoding_ASCII_Mac);
 }
 

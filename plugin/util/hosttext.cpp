@@ -22,10 +22,9 @@ void XP7_GetNextCStringFromVect(const fmx::DataVect& args, char* buf, fmx::uint3
                                 fmx::uint32* index, fmx::int32 enc) {
   if (buf && bufSize > 0) buf[0] = '\0';
   if (*index < args.Size() && buf && bufSize > 1) {
-    fmx::TextAutoPtr scratch;
-    scratch->SetText(args.AtAsText(*index));
-    XP7_TxtToCStr(scratch, 0, fmx::kSize_End, bufSize, buf,
-                  enc == fmx::Text::kEncoding_Native ? kMacRoman : enc);
+    // Read in place: a loop may come through here for every step, and a copy costs allocations.
+    args.AtAsText(*index).GetBytes(buf, bufSize, 0, fmx::kSize_End,
+                                   enc == fmx::Text::kEncoding_Native ? kMacRoman : enc);
   }
   ++*index;
 }

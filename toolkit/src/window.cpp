@@ -361,16 +361,15 @@ class Window final : public DialogWindow {
   }
   // A window open between calls may change a million times a second; it is drawn at most once a
   // frame, and always with its last state: a change within a frame of the last drawing is drawn
-  // when that frame ends.
+  // when that frame ends. While that drawing waits, further changes need not read the clock.
   void drawWithinFrame() {
-    if (!dirty_) return;
+    if (!dirty_ || drawPending_) return;
     const auto now = std::chrono::steady_clock::now();
     if (now >= nextFrame_) {
       flush();
       nextFrame_ = now + kFrame;
       return;
     }
-    if (drawPending_) return;
     drawPending_ = true;
     native_->drawLater(std::chrono::ceil<std::chrono::milliseconds>(nextFrame_ - now), [this] {
       drawPending_ = false;

@@ -1,6 +1,7 @@
 // Calculations in the host application's syntax: the syntax tree, the parser and the evaluator.
 #pragma once
 
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <optional>
@@ -32,6 +33,19 @@ class CalcError : public std::runtime_error {
 
 struct Expr;
 using ExprPtr = std::unique_ptr<Expr>;
+class ExternalFunctions;
+
+// What a call's name was found to be, kept in its node so that evaluating the node again (a loop
+// may do so a million times) skips the check and the look-ups. It holds for the function set it
+// was found in.
+struct CallSite {
+  bool found = false;
+  const ExternalFunctions* external = nullptr;
+  std::uint64_t generation = 0;  // of `external` when found
+  std::u16string folded;         // the name in folded case
+  bool builtin = false;
+  int function = -1;  // the external function, as ExternalFunctions::resolve answered
+};
 
 struct Expr {
   enum class Kind { Literal, Variable, Name, Call, Unary, Binary, List };
@@ -43,6 +57,7 @@ struct Expr {
                         // ">=", "and", "or", "xor", "not"
   std::vector<ExprPtr> args;  // Call arguments, operands, List elements
   int depth = 1;              // of the operator chain below, which the parser bounds
+  mutable CallSite site;      // Call
 };
 
 // Source text as characters, with line and column bookkeeping; shared by calculations and scripts.
@@ -76,6 +91,13 @@ class ExternalFunctions {
   // the name is unknown.
   virtual std::vector<Range> lookup(std::u16string_view name) = 0;
   virtual Value call(std::u16string_view name, const std::vector<Value>& args) = 0;
+  // A number, unique in the process, that changes whenever the set of functions does: what
+  // resolve answers holds while it stays the same.
+  virtual std::uint64_t generation() const = 0;
+  // The function `call` runs for that name and argument count, or -1 (then callResolved answers
+  // what `call` answers for an unknown function).
+  virtual int resolve(std::u16string_view name, int count) = 0;
+  virtual Value callResolved(int function, const std::vector<Value>& args) = 0;
 };
 
 // "takes 0 or 1 arguments", "takes 2 to 6 arguments", "takes 1 argument".

@@ -61,6 +61,9 @@ class Plugin : public ExternalFunctions {
   std::vector<Range> lookup(std::u16string_view name) override;
   // Throws RunStopped when the call left the toolkit's session stopped.
   Value call(std::u16string_view name, const std::vector<Value>& args) override;
+  std::uint64_t generation() const override { return generation_; }
+  int resolve(std::u16string_view name, int count) override;
+  Value callResolved(int function, const std::vector<Value>& args) override;
   // The call path without name lookup, for callers that already hold the registration.
   Value call(const fmwrapper::Registration& reg, const std::vector<Value>& args);
 
@@ -76,12 +79,15 @@ class Plugin : public ExternalFunctions {
   std::int16_t extnVersion_ = kNewestExtnVersion;
   bool enabled_ = false;
   std::intptr_t lastResult_ = 0;
-  // Registrations by folded name; several may share one name (with different argument counts).
-  std::map<std::u16string, std::vector<fmwrapper::Registration>> table_;
+  // The registrations, and their indexes by folded name; several may share one name (with
+  // different argument counts).
+  std::vector<fmwrapper::Registration> registrations_;
+  std::map<std::u16string, std::vector<int>> table_;
+  std::uint64_t generation_ = 0;
 };
 
-// Converts between the host's values and the host library's Data.
-void toData(const Value& v, fmx::Data& out);
+// Converts between the host's values and the host library's Data; texts take `locale`.
+void toData(const Value& v, fmx::Data& out, const fmx::Locale& locale);
 Value fromData(const fmx::Data& data);
 
 }  // namespace host

@@ -42,6 +42,8 @@ class Value {
   std::optional<Number> toNumberOpt() const;
   // As toNumberOpt, with 0 for text without digits (what arithmetic uses).
   Number toNumber() const;
+  // A number value's number, without a copy; only for isNumber().
+  const Number& asNumber() const { return *number_; }
   // Non-zero numbers are true; texts count by the number they hold.
   bool toBool() const;
   bool isEmpty() const;
@@ -50,7 +52,7 @@ class Value {
  private:
   Kind kind_ = Kind::Text;
   std::u16string text_;
-  Number number_;
+  std::optional<Number> number_;  // numbers only: a big number costs allocations to make
   std::vector<Stream> streams_;
 };
 
